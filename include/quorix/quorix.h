@@ -1,0 +1,16 @@
+/* SPDX-License-Identifier: MIT
+ *
+ * Everything that Quorix exports. Include this, or the header of one family alone.
+ *
+ * All operations are plain C calls on process-wide state: one drawing record, one clip rectangle
+ * for image files, and so on. They are made from one thread. An operation returns 0 unless its
+ * description says otherwise; results travel through its arguments.
+ */
+#ifndef QUORIX_QUORIX_H
+#define QUORIX_QUORIX_H
+
+#include "imageout.h"
+#include "raster.h"
+#include "window.h"
+
+#endif
