@@ -19,7 +19,7 @@ namespace {
 
 constexpr double kRoundToWhole = 0x1.8p52;  // adding it leaves a whole number in the low bits
 constexpr double kLargestAngle = 1e5;       // its step count has 23 bits, as the step parts need
-constexpr double kLinearBelow = 0x1p-28;    // there sine and arc tangent round to their argument
+constexpr double kLinearBelow = 0x1p-34;    // there sine and arc tangent round to their argument
 constexpr int kStepsPerQuarterTurn = 128;
 
 // The leading 26 bits of a double.
@@ -84,7 +84,8 @@ double sine_near_step(uint32_t step, double head, double tail) {
   const double sum = sine.head + leading;
   const double sum_error = leading - (sum - sine.head);
   const double minor = sine.tail + (cosine.head * angle_rest + cosine.tail * angle) +
-                       (sine.head * cosine_excess + cosine.head * sine_excess);
+                       ((sine.head + sine.tail) * cosine_excess +
+                        (cosine.head + cosine.tail) * sine_excess);
   const double result = sum + (sum_error + minor);
   return (step & (2 * kStepsPerQuarterTurn)) != 0 ? -result : result;
 }
@@ -129,10 +130,11 @@ SplitReal tangent_beyond_step(double minor, double major, double c) {
   const double major_half = leading_half(major);
   const double numerator = (minor - c * major_half) - c * (major - major_half);
   const double minor_half = leading_half(minor);
-  const double grown = c * minor_half;
+  const double grown = c * minor;
+  const double grown_error = (c * minor_half - grown) + c * (minor - minor_half);
   const double denominator = major + grown;
   const double denominator_error = grown - (denominator - major);
-  return divide(numerator, {denominator, denominator_error + c * (minor - minor_half)});
+  return divide(numerator, {denominator, denominator_error + grown_error});
 }
 
 // atan(t) - t without the leading term, |t| <= 1 / 128.
@@ -186,7 +188,7 @@ double portable_atan2(double y, double x) {
     major = 1;
   }
   const double scale = scale_for(major);
-  const int quarters = steep ? 1 : (leftward ? 2 : 0);
+  const size_t quarters = steep ? 1 : (leftward ? 2 : 0);
   const double sign = steep != leftward ? -1.0 : 1.0;
   const double angle = angle_in_octant(minor * scale, major * scale, kQuarterTurns[quarters], sign);
   return std::copysign(angle, y);
