@@ -83,9 +83,9 @@ double sine_near_step(uint32_t step, double head, double tail) {
   const double leading = cosine.head * short_angle;
   const double sum = sine.head + leading;
   const double sum_error = leading - (sum - sine.head);
-  const double minor = sine.tail + (cosine.head * angle_rest + cosine.tail * angle) +
-                       ((sine.head + sine.tail) * cosine_excess +
-                        (cosine.head + cosine.tail) * sine_excess);
+  const double minor =
+      sine.tail + (cosine.head * angle_rest + cosine.tail * angle) +
+      ((sine.head + sine.tail) * cosine_excess + (cosine.head + cosine.tail) * sine_excess);
   const double result = sum + (sum_error + minor);
   return (step & (2 * kStepsPerQuarterTurn)) != 0 ? -result : result;
 }
@@ -118,9 +118,9 @@ SplitReal divide(double numerator, SplitReal denominator) {
   const double reciprocal = 1.0 / denominator.head;
   const double head = leading_half(numerator / denominator.head);
   const double denominator_half = leading_half(denominator.head);
-  const double rest = ((numerator - head * denominator_half) -
-                       head * (denominator.head - denominator_half)) -
-                      head * denominator.tail;
+  const double rest =
+      ((numerator - head * denominator_half) - head * (denominator.head - denominator_half)) -
+      head * denominator.tail;
   return {head, rest * reciprocal};
 }
 

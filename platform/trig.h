@@ -7,7 +7,7 @@
 // nothing depends on a library, provided the compiler neither fuses nor reorders operations
 // (-ffp-contract=off, no -ffast-math) and the rounding mode is the usual one.
 //
-// Accuracy: an error below 0.5002 units in the last place, so nearly every result is the double
+// Accuracy: an error below 0.5001 units in the last place, so nearly every result is the double
 // nearest to the exact value. No state, no tables built at run time.
 #pragma once
 

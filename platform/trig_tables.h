@@ -4,6 +4,8 @@
 
 #include <array>
 
+// clang-format off
+
 namespace quorix {
 
 // A real number as the sum of a short double and what that leaves.
@@ -230,3 +232,5 @@ inline constexpr std::array<SplitReal, 3> kQuarterTurns = {{
 }};
 
 }  // namespace quorix
+
+// clang-format on

@@ -105,7 +105,7 @@ def main():
     print("// SPDX-License-Identifier: MIT")
     print("// Constants of platform/trig.cpp, printed by tools/make_trig_tables.py: change that, not this.")
     print("#pragma once\n\n#include <array>\n")
-    print("namespace quorix {\n")
+    print("// clang-format off\n\nnamespace quorix {\n")
     print("// A real number as the sum of a short double and what that leaves.")
     print("struct SplitReal {\n  double head;\n  double tail;\n};\n")
     print_step_parts()
@@ -124,7 +124,7 @@ def main():
                 "inline constexpr std::array<SplitReal, 3> kQuarterTurns",
                 [scaled(PI * i // 2) for i in range(3)],
                 lambda v: cut_to_grid(v, 40))
-    print("}  // namespace quorix")
+    print("}  // namespace quorix\n\n// clang-format on")
 
 
 main()
