@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // How the results become exact almost to the last half bit: each function is a table value plus a
 // small correction. The table value and the factor of the leading correction term are held as a
 // head of at most 26 bits and a tail; a product of two heads is exact, the sum of the two leading
@@ -17,15 +18,15 @@ namespace quorix {
 
 namespace {
 
-constexpr double kRoundToWhole = 0x1.8p52;  // adding it leaves a whole number in the low bits
-constexpr double kLargestAngle = 1e5;       // its step count has 23 bits, as the step parts need
-constexpr double kLinearBelow = 0x1p-34;    // there sine and arc tangent round to their argument
-constexpr int kStepsPerQuarterTurn = 128;
+constexpr double round_to_whole = 0x1.8p52;  // adding it leaves a whole number in the low bits
+constexpr double largest_angle = 1e5;        // its step count has 23 bits, as the step parts need
+constexpr double linear_below = 0x1p-34;     // there sine and arc tangent round to their argument
+constexpr int steps_per_quarter_turn = 128;
 
 // The leading 26 bits of a double.
 double leading_half(double value) {
-  constexpr uint64_t kMask = ~((uint64_t{1} << 27) - 1);
-  return std::bit_cast<double>(std::bit_cast<uint64_t>(value) & kMask);
+  constexpr uint64_t mask = ~((uint64_t{1} << 27) - 1);
+  return std::bit_cast<double>(std::bit_cast<uint64_t>(value) & mask);
 }
 
 struct WholeStep {
@@ -35,8 +36,8 @@ struct WholeStep {
 
 // Rounds to the nearest whole number; |value| must stay below 2^51.
 WholeStep nearest_step(double value) {
-  const double shifted = value + kRoundToWhole;
-  return {shifted - kRoundToWhole, static_cast<uint32_t>(std::bit_cast<uint64_t>(shifted))};
+  const double shifted = value + round_to_whole;
+  return {shifted - round_to_whole, static_cast<uint32_t>(std::bit_cast<uint64_t>(shifted))};
 }
 
 // What is left of an angle after whole steps of pi / 256, as an unevaluated sum.
@@ -49,25 +50,25 @@ struct Remainder {
 // Each product is exact, and so is each difference that cancels: angle and step count are such
 // that all operands lie on a common grid of at most 53 bits.
 Remainder remove_steps(double angle) {
-  const WholeStep step = nearest_step(angle * kStepsPerRadian);
-  const double first = angle - step.count * kStepParts[0];
-  const double second_part = step.count * kStepParts[1];
+  const WholeStep step = nearest_step(angle * steps_per_radian);
+  const double first = angle - step.count * step_parts[0];
+  const double second_part = step.count * step_parts[1];
   const double second = first - second_part;
   const double second_error = (first - second) - second_part;
-  const double third_part = step.count * kStepParts[2];
+  const double third_part = step.count * step_parts[2];
   const double third = second - third_part;
   const double third_error = (second - third) - third_part;
-  const double fourth = second_error - step.count * kStepParts[3];
+  const double fourth = second_error - step.count * step_parts[3];
   return {third, third_error + fourth, step.bits};
 }
 
 // sin(step * pi / 256 + angle) for small angles: sine * cos(angle) + cosine * sin(angle).
 double sine_near_step(uint32_t step, double head, double tail) {
-  const bool odd_quarter = (step & kStepsPerQuarterTurn) != 0;
-  const uint32_t place = step & (kStepsPerQuarterTurn - 1);
-  const uint32_t mirrored = kStepsPerQuarterTurn - place;
-  const SplitReal sine = kSineOfStep[odd_quarter ? mirrored : place];
-  const SplitReal cosine = kSineOfStep[odd_quarter ? place : mirrored];
+  const bool odd_quarter = (step & steps_per_quarter_turn) != 0;
+  const uint32_t place = step & (steps_per_quarter_turn - 1);
+  const uint32_t mirrored = steps_per_quarter_turn - place;
+  const SplitReal sine = sine_of_step[odd_quarter ? mirrored : place];
+  const SplitReal cosine = sine_of_step[odd_quarter ? place : mirrored];
   if (odd_quarter) {  // the cosine falls there: turn the angle instead of its sign
     head = -head;
     tail = -tail;
@@ -87,11 +88,11 @@ double sine_near_step(uint32_t step, double head, double tail) {
       sine.tail + (cosine.head * angle_rest + cosine.tail * angle) +
       ((sine.head + sine.tail) * cosine_excess + (cosine.head + cosine.tail) * sine_excess);
   const double result = sum + (sum_error + minor);
-  return (step & (2 * kStepsPerQuarterTurn)) != 0 ? -result : result;
+  return (step & (2 * steps_per_quarter_turn)) != 0 ? -result : result;
 }
 
 double bring_into_range(double angle) {
-  return std::fabs(angle) <= kLargestAngle ? angle : std::remainder(angle, kFullTurn);
+  return std::fabs(angle) <= largest_angle ? angle : std::remainder(angle, full_turn);
 }
 
 }  // namespace
@@ -99,7 +100,7 @@ double bring_into_range(double angle) {
 double portable_sin(double x) {
   if (!std::isfinite(x)) return std::numeric_limits<double>::quiet_NaN();
   const double angle = bring_into_range(x);
-  if (std::fabs(angle) < kLinearBelow) return angle;
+  if (std::fabs(angle) < linear_below) return angle;
   const Remainder rest = remove_steps(angle);
   return sine_near_step(rest.step, rest.head, rest.tail);
 }
@@ -107,7 +108,7 @@ double portable_sin(double x) {
 double portable_cos(double x) {
   if (!std::isfinite(x)) return std::numeric_limits<double>::quiet_NaN();
   const Remainder rest = remove_steps(bring_into_range(x));
-  return sine_near_step(rest.step + kStepsPerQuarterTurn, rest.head, rest.tail);
+  return sine_near_step(rest.step + steps_per_quarter_turn, rest.head, rest.tail);
 }
 
 namespace {
@@ -147,12 +148,12 @@ double arc_tangent_excess(double t) {
 // tangent's: base + sign * (table + atan(tangent)).
 double angle_in_octant(double minor, double major, SplitReal base, double sign) {
   const double ratio = major > 0 ? minor / major : 0.0;
-  SplitReal table = kArcTangentOfStep[0];
+  SplitReal table = arc_tangent_of_step[0];
   SplitReal tangent = {ratio, 0.0};
   double excess = 0;
-  if (ratio >= kLinearBelow) {
+  if (ratio >= linear_below) {
     const WholeStep step = nearest_step(ratio * 64);
-    table = kArcTangentOfStep[step.bits];
+    table = arc_tangent_of_step[step.bits];
     tangent = tangent_beyond_step(minor, major, step.count * (1.0 / 64));
     excess = arc_tangent_excess(tangent.head + tangent.tail);
   }
@@ -190,7 +191,7 @@ double portable_atan2(double y, double x) {
   const double scale = scale_for(major);
   const size_t quarters = steep ? 1 : (leftward ? 2 : 0);
   const double sign = steep != leftward ? -1.0 : 1.0;
-  const double angle = angle_in_octant(minor * scale, major * scale, kQuarterTurns[quarters], sign);
+  const double angle = angle_in_octant(minor * scale, major * scale, quarter_turns[quarters], sign);
   return std::copysign(angle, y);
 }
 

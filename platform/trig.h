@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Sine, cosine and arc tangent whose results have the same bits on every build.
 //
 // C libraries agree on these three only up to the last bit, and one bit can move a pixel that sits

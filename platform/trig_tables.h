@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Constants of platform/trig.cpp, printed by tools/make_trig_tables.py: change that, not this.
 #pragma once
 
@@ -15,15 +16,15 @@ struct SplitReal {
 };
 
 // pi / 256 as a sum; the first three have 29 bits each.
-inline constexpr std::array<double, 4> kStepParts = {
+inline constexpr std::array<double, 4> step_parts = {
     0x1.921fb54000000p-7, 0x1.10b4612000000p-37,
     -0x1.676733b000000p-67, 0x1.701b839a25205p-99};
 
-inline constexpr double kStepsPerRadian = 0x1.45f306dc9c883p+6;  // 256 / pi
-inline constexpr double kFullTurn = 0x1.921fb54442d18p+2;  // 2 pi
+inline constexpr double steps_per_radian = 0x1.45f306dc9c883p+6;  // 256 / pi
+inline constexpr double full_turn = 0x1.921fb54442d18p+2;  // 2 pi
 
 // Sine of step * pi / 256; heads of 26 bits.
-inline constexpr std::array<SplitReal, 129> kSineOfStep = {{
+inline constexpr std::array<SplitReal, 129> sine_of_step = {{
     {0x0.0p+0, 0x0.0p+0},
     {0x1.921d200000000p-7, -0x1.909c3dccf0e28p-34},
     {0x1.92155f8000000p-6, -0x1.7266081b1d631p-36},
@@ -156,7 +157,7 @@ inline constexpr std::array<SplitReal, 129> kSineOfStep = {{
 }};
 
 // Arc tangent of step / 64; heads are multiples of 2 to the -40.
-inline constexpr std::array<SplitReal, 65> kArcTangentOfStep = {{
+inline constexpr std::array<SplitReal, 65> arc_tangent_of_step = {{
     {0x0.0p+0, 0x0.0p+0},
     {0x1.fff555bb80000p-7, 0x1.b94d5bbe78c56p-42},
     {0x1.ffd55bba80000p-6, 0x1.7624a84ef3aefp-42},
@@ -225,7 +226,7 @@ inline constexpr std::array<SplitReal, 65> kArcTangentOfStep = {{
 }};
 
 // 0, pi / 2 and pi, cut like the arc tangents.
-inline constexpr std::array<SplitReal, 3> kQuarterTurns = {{
+inline constexpr std::array<SplitReal, 3> quarter_turns = {{
     {0x0.0p+0, 0x0.0p+0},
     {0x1.921fb54443000p+0, -0x1.73dcb3b399d74p-43},
     {0x1.921fb54443000p+1, -0x1.73dcb3b399d74p-42},

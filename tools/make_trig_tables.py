@@ -91,7 +91,7 @@ def print_step_parts():
     """pi/256 in three parts of 29 bits and a last one, so that step count times part is exact."""
     rest = scaled(PI) / 256
     print("// pi / 256 as a sum; the first three have 29 bits each.")
-    print("inline constexpr std::array<double, 4> kStepParts = {")
+    print("inline constexpr std::array<double, 4> step_parts = {")
     parts = []
     for _ in range(3):
         part = cut_to_bits(rest, 29) if rest > 0 else -cut_to_bits(-rest, 29)
@@ -102,26 +102,26 @@ def print_step_parts():
 
 
 def main():
-    print("// SPDX-License-Identifier: MIT")
+    print("// SPDX-License-Identifier: MIT\n//")
     print("// Constants of platform/trig.cpp, printed by tools/make_trig_tables.py: change that, not this.")
     print("#pragma once\n\n#include <array>\n")
     print("// clang-format off\n\nnamespace quorix {\n")
     print("// A real number as the sum of a short double and what that leaves.")
     print("struct SplitReal {\n  double head;\n  double tail;\n};\n")
     print_step_parts()
-    print("inline constexpr double kStepsPerRadian = %s;  // 256 / pi"
+    print("inline constexpr double steps_per_radian = %s;  // 256 / pi"
           % nearest_double(256 / scaled(PI)).hex())
-    print("inline constexpr double kFullTurn = %s;  // 2 pi\n" % nearest_double(2 * scaled(PI)).hex())
+    print("inline constexpr double full_turn = %s;  // 2 pi\n" % nearest_double(2 * scaled(PI)).hex())
     print_pairs("// Sine of step * pi / 256; heads of 26 bits.",
-                "inline constexpr std::array<SplitReal, 129> kSineOfStep",
+                "inline constexpr std::array<SplitReal, 129> sine_of_step",
                 [scaled(sine(PI * i // 256)) if i < 128 else Fraction(1) for i in range(129)],
                 lambda v: cut_to_bits(v, 26))
     print_pairs("// Arc tangent of step / 64; heads are multiples of 2 to the -40.",
-                "inline constexpr std::array<SplitReal, 65> kArcTangentOfStep",
+                "inline constexpr std::array<SplitReal, 65> arc_tangent_of_step",
                 [scaled(arctan(i, 64)) for i in range(65)],
                 lambda v: cut_to_grid(v, 40))
     print_pairs("// 0, pi / 2 and pi, cut like the arc tangents.",
-                "inline constexpr std::array<SplitReal, 3> kQuarterTurns",
+                "inline constexpr std::array<SplitReal, 3> quarter_turns",
                 [scaled(PI * i // 2) for i in range(3)],
                 lambda v: cut_to_grid(v, 40))
     print("}  // namespace quorix\n\n// clang-format on")

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Sine, cosine and arc tangent against exact values that mpmath gave at 300 bits (the program is
 // make_trig_expectations.py beside this file), and against the machine's 80-bit functions.
 #include "platform/trig.h"
@@ -15,9 +16,9 @@
 namespace quorix {
 namespace {
 
-constexpr double kPi = 0x1.921fb54442d18p+1;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double pi = 0x1.921fb54442d18p+1;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 
 struct AngleCase {
   double angle;
@@ -27,7 +28,7 @@ struct AngleCase {
 
 // Round values; multiples of pi / 2, where all but a few bits of the angle cancel; angles half way
 // between two table entries; the angles up to 100,000 that come nearest to a multiple of pi / 2.
-constexpr AngleCase kAngles[] = {
+constexpr AngleCase angles[] = {
     {0x1.0000000000000p-1, 0x1.eaee8744b05f0p-2, 0x1.c1528065b7d50p-1},
     {0x1.0000000000000p+0, 0x1.aed548f090ceep-1, 0x1.14a280fb5068cp-1},
     {0x1.8000000000000p+0, 0x1.feb7a9b2c6d8bp-1, 0x1.21bd54fc5f9a7p-4},
@@ -69,7 +70,7 @@ struct PointCase {
   double left;   // the angle of (-x, y)
 };
 
-constexpr PointCase kPoints[] = {
+constexpr PointCase points[] = {
     {0x1.0000000000000p+0, 0x1.0000000000000p+0, 0x1.921fb54442d18p-1, 0x1.2d97c7f3321d2p+1},
     {0x1.0000000000000p+0, 0x1.0000000000000p+1, 0x1.dac670561bb4fp-2, 0x1.56c6e7397f5aep+1},
     {0x1.0000000000000p+1, 0x1.0000000000000p+0, 0x1.1b6e192ebbe44p+0, 0x1.0468a8ace4df6p+1},
@@ -96,7 +97,7 @@ constexpr PointCase kPoints[] = {
 double units_off(double result, long double exact) {
   const double size = std::fabs(result);
   const long double unit =
-      static_cast<long double>(std::nextafter(size, kInfinity)) - static_cast<long double>(size);
+      static_cast<long double>(std::nextafter(size, infinity)) - static_cast<long double>(size);
   return static_cast<double>(std::fabs(static_cast<long double>(result) - exact) / unit);
 }
 
@@ -110,28 +111,28 @@ double units_off(double result, long double exact) {
 }
 
 TEST(PortableTrig, SineAndCosineAreTheDoublesNearestToTheExactValues) {
-  for (const AngleCase &row : kAngles) {
+  for (const AngleCase &row : angles) {
     EXPECT_TRUE(same_bits(portable_sin(row.angle), row.sine)) << "sine of " << row.angle;
     EXPECT_TRUE(same_bits(portable_cos(row.angle), row.cosine)) << "cosine of " << row.angle;
   }
 }
 
 TEST(PortableTrig, SineIsOddAndCosineIsEven) {
-  for (const AngleCase &row : kAngles) {
+  for (const AngleCase &row : angles) {
     EXPECT_TRUE(same_bits(portable_sin(-row.angle), -row.sine)) << "sine of -" << row.angle;
     EXPECT_TRUE(same_bits(portable_cos(-row.angle), row.cosine)) << "cosine of -" << row.angle;
   }
 }
 
 TEST(PortableTrig, ArcTangentIsTheDoubleNearestToTheExactValue) {
-  for (const PointCase &row : kPoints) {
+  for (const PointCase &row : points) {
     EXPECT_TRUE(same_bits(portable_atan2(row.y, row.x), row.right)) << row.y << ", " << row.x;
     EXPECT_TRUE(same_bits(portable_atan2(row.y, -row.x), row.left)) << row.y << ", -" << row.x;
   }
 }
 
 TEST(PortableTrig, ArcTangentTakesItsSignFromTheFirstArgument) {
-  for (const PointCase &row : kPoints) {
+  for (const PointCase &row : points) {
     EXPECT_TRUE(same_bits(portable_atan2(-row.y, row.x), -row.right)) << row.y << ", " << row.x;
     EXPECT_TRUE(same_bits(portable_atan2(-row.y, -row.x), -row.left)) << row.y << ", -" << row.x;
   }
@@ -183,7 +184,7 @@ TEST(PortableTrig, SquaresOfSineAndCosineSumToOneUpToTheLargestAngles) {
 
 TEST(PortableTrig, AnglesBeyondTheAccurateRangeAreReducedByWholeTurns) {
   // 200,000 turns and one radian, as near as doubles come: 1.5e-10 is half a unit of the angle.
-  const double angle = 200000 * 2 * kPi + 1.0;
+  const double angle = 200000 * 2 * pi + 1.0;
   EXPECT_NEAR(portable_sin(angle), 0.8414709848078965, 1e-9);
   EXPECT_NEAR(portable_cos(angle), 0.5403023058681398, 1e-9);
 }
@@ -196,48 +197,48 @@ TEST(PortableTrig, SineOfZeroKeepsItsSign) {
 }
 
 TEST(PortableTrig, WhatIsNoFiniteAngleGivesNaN) {
-  for (const double angle : {kNaN, kInfinity, -kInfinity}) {
+  for (const double angle : {not_a_number, infinity, -infinity}) {
     EXPECT_TRUE(std::isnan(portable_sin(angle)));
     EXPECT_TRUE(std::isnan(portable_cos(angle)));
   }
-  EXPECT_TRUE(std::isnan(portable_atan2(kNaN, 1.0)));
-  EXPECT_TRUE(std::isnan(portable_atan2(1.0, kNaN)));
-  EXPECT_TRUE(std::isnan(portable_atan2(kNaN, kInfinity)));
-  EXPECT_TRUE(std::isnan(portable_atan2(kNaN, kNaN)));
+  EXPECT_TRUE(std::isnan(portable_atan2(not_a_number, 1.0)));
+  EXPECT_TRUE(std::isnan(portable_atan2(1.0, not_a_number)));
+  EXPECT_TRUE(std::isnan(portable_atan2(not_a_number, infinity)));
+  EXPECT_TRUE(std::isnan(portable_atan2(not_a_number, not_a_number)));
 }
 
 TEST(PortableTrig, ArcTangentOfZerosAndInfinitiesFollowsTheCLibrary) {
-  constexpr double kQuarter = 0x1.921fb54442d18p+0;
-  constexpr double kEighth = 0x1.921fb54442d18p-1;
-  constexpr double kThreeEighths = 0x1.2d97c7f3321d2p+1;
-  constexpr double kLeast = std::numeric_limits<double>::denorm_min();
-  constexpr double kMost = std::numeric_limits<double>::max();
+  constexpr double quarter = 0x1.921fb54442d18p+0;
+  constexpr double eighth = 0x1.921fb54442d18p-1;
+  constexpr double three_eighths = 0x1.2d97c7f3321d2p+1;
+  constexpr double least = std::numeric_limits<double>::denorm_min();
+  constexpr double most = std::numeric_limits<double>::max();
   const double rows[][3] = {
       {0.0, 0.0, 0.0},
-      {0.0, -0.0, kPi},
+      {0.0, -0.0, pi},
       {0.0, 1.0, 0.0},
-      {0.0, -1.0, kPi},
-      {0.0, kInfinity, 0.0},
-      {0.0, -kInfinity, kPi},
-      {0.0, kLeast, 0.0},
-      {0.0, -kLeast, kPi},
-      {1.0, 0.0, kQuarter},
-      {1.0, -0.0, kQuarter},
-      {kLeast, 0.0, kQuarter},
-      {kMost, -0.0, kQuarter},
-      {1.0, kInfinity, 0.0},
-      {1.0, -kInfinity, kPi},
-      {kMost, kInfinity, 0.0},
-      {kInfinity, 0.0, kQuarter},
-      {kInfinity, -1.0, kQuarter},
-      {kInfinity, kMost, kQuarter},
-      {kInfinity, kInfinity, kEighth},
-      {kInfinity, -kInfinity, kThreeEighths},
-      {kLeast, kMost, 0.0},
-      {kMost, kLeast, kQuarter},
-      {kLeast, kLeast, kEighth},
-      {kMost, -kMost, kThreeEighths},
-      {kLeast, 1.0, kLeast},
+      {0.0, -1.0, pi},
+      {0.0, infinity, 0.0},
+      {0.0, -infinity, pi},
+      {0.0, least, 0.0},
+      {0.0, -least, pi},
+      {1.0, 0.0, quarter},
+      {1.0, -0.0, quarter},
+      {least, 0.0, quarter},
+      {most, -0.0, quarter},
+      {1.0, infinity, 0.0},
+      {1.0, -infinity, pi},
+      {most, infinity, 0.0},
+      {infinity, 0.0, quarter},
+      {infinity, -1.0, quarter},
+      {infinity, most, quarter},
+      {infinity, infinity, eighth},
+      {infinity, -infinity, three_eighths},
+      {least, most, 0.0},
+      {most, least, quarter},
+      {least, least, eighth},
+      {most, -most, three_eighths},
+      {least, 1.0, least},
   };
   for (const auto &row : rows) {
     EXPECT_TRUE(same_bits(portable_atan2(row[0], row[1]), row[2])) << row[0] << ", " << row[1];
