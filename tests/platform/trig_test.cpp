@@ -28,7 +28,7 @@ struct AngleCase {
 
 // Round values; multiples of pi / 2, where all but a few bits of the angle cancel; angles half way
 // between two table entries; the angles up to 100,000 that come nearest to a multiple of pi / 2.
-constexpr AngleCase angles[] = {
+constexpr AngleCase angle_cases[] = {
     {0x1.0000000000000p-1, 0x1.eaee8744b05f0p-2, 0x1.c1528065b7d50p-1},
     {0x1.0000000000000p+0, 0x1.aed548f090ceep-1, 0x1.14a280fb5068cp-1},
     {0x1.8000000000000p+0, 0x1.feb7a9b2c6d8bp-1, 0x1.21bd54fc5f9a7p-4},
@@ -70,7 +70,7 @@ struct PointCase {
   double left;   // the angle of (-x, y)
 };
 
-constexpr PointCase points[] = {
+constexpr PointCase point_cases[] = {
     {0x1.0000000000000p+0, 0x1.0000000000000p+0, 0x1.921fb54442d18p-1, 0x1.2d97c7f3321d2p+1},
     {0x1.0000000000000p+0, 0x1.0000000000000p+1, 0x1.dac670561bb4fp-2, 0x1.56c6e7397f5aep+1},
     {0x1.0000000000000p+1, 0x1.0000000000000p+0, 0x1.1b6e192ebbe44p+0, 0x1.0468a8ace4df6p+1},
@@ -111,28 +111,28 @@ double units_off(double result, long double exact) {
 }
 
 TEST(PortableTrig, SineAndCosineAreTheDoublesNearestToTheExactValues) {
-  for (const AngleCase &row : angles) {
+  for (const AngleCase &row : angle_cases) {
     EXPECT_TRUE(same_bits(portable_sin(row.angle), row.sine)) << "sine of " << row.angle;
     EXPECT_TRUE(same_bits(portable_cos(row.angle), row.cosine)) << "cosine of " << row.angle;
   }
 }
 
 TEST(PortableTrig, SineIsOddAndCosineIsEven) {
-  for (const AngleCase &row : angles) {
+  for (const AngleCase &row : angle_cases) {
     EXPECT_TRUE(same_bits(portable_sin(-row.angle), -row.sine)) << "sine of -" << row.angle;
     EXPECT_TRUE(same_bits(portable_cos(-row.angle), row.cosine)) << "cosine of -" << row.angle;
   }
 }
 
 TEST(PortableTrig, ArcTangentIsTheDoubleNearestToTheExactValue) {
-  for (const PointCase &row : points) {
+  for (const PointCase &row : point_cases) {
     EXPECT_TRUE(same_bits(portable_atan2(row.y, row.x), row.right)) << row.y << ", " << row.x;
     EXPECT_TRUE(same_bits(portable_atan2(row.y, -row.x), row.left)) << row.y << ", -" << row.x;
   }
 }
 
 TEST(PortableTrig, ArcTangentTakesItsSignFromTheFirstArgument) {
-  for (const PointCase &row : points) {
+  for (const PointCase &row : point_cases) {
     EXPECT_TRUE(same_bits(portable_atan2(-row.y, row.x), -row.right)) << row.y << ", " << row.x;
     EXPECT_TRUE(same_bits(portable_atan2(-row.y, -row.x), -row.left)) << row.y << ", -" << row.x;
   }
