@@ -15,7 +15,9 @@ inline int32_t to_int32(double value) {
 }
 
 // The library's only rounding: half a unit added, then truncation toward zero.
-inline int32_t round_to_int32(double value) { return to_int32(value + 0.5); }
+inline int32_t round_to_int32(double value) {
+  return to_int32(value + 0.5);
+}
 
 // The low 8 bits of the truncated value.
 inline uint8_t to_byte(double value) {

@@ -45,8 +45,8 @@ extern "C" {
  *
  * An open raster is replaced. Palette, current colour, pen and lines not drawn yet stay as they
  * were. */
-QUORIX_API int32_t qqvini(int32_t page_w, int32_t page_h, int32_t *w, int32_t *h,
-                          int32_t have_size, int32_t *status);
+QUORIX_API int32_t qqvini(int32_t page_w, int32_t page_h, int32_t *w, int32_t *h, int32_t have_size,
+                          int32_t *status);
 
 /* Releases the raster's memory. Palette, pen and options stay for the next qqvini. */
 QUORIX_API int32_t qqvfin(void);

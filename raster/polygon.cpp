@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: MIT
+//
+// The scanline polygon filler, which thick lines and filled symbols use too.
+//
+// A row Y meets an edge if Y lies above its smaller y and not above its larger one, at
+// X = trunc(x + 0.5); the crossings of a row are sorted and filled in pairs, both ends included,
+// always within the clip rectangle. At most 99 crossings of a row are kept, the first in edge
+// order.
+//
+// Each edge is looked at only in its own rows: edges are sorted by their first row and wait in that
+// order until the sweep reaches them. The crossing is computed by a reciprocal; where that lands
+// within `doubtful` of a change of the truncated value, the exact division decides, so the result
+// is that of the division everywhere.
+#include "raster/polygon.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "platform/memory.h"
+#include "platform/numbers.h"
+#include "quorix/raster.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr int32_t stack_edges = max_crossings;  // polygons up to this size need no memory
+
+int32_t floor_to_int32(double v) {
+  const int32_t i = to_int32(v);
+  return v < i && i > INT32_MIN ? i - 1 : i;
+}
+
+// The y range, or false where a corner has none.
+bool y_range(const double *ys, int32_t n, double *low, double *high) {
+  if (n < 1) return false;
+  double smallest = ys[0];
+  double largest = ys[0];
+  bool known = true;
+  for (int32_t i = 0; i < n; ++i) {
+    smallest = std::min(smallest, ys[i]);
+    largest = std::max(largest, ys[i]);
+    known &= ys[i] == ys[i];
+  }
+  *low = smallest;
+  *high = largest;
+  return known;
+}
+
+struct RowRange {
+  int32_t first, last;
+};
+
+// The rows a polygon may fill within low to high; empty where first > last.
+RowRange polygon_rows(double ymin, double ymax, int32_t low, int32_t high) {
+  return {std::max(round_to_int32(ymin), low), std::min(round_to_int32(ymax), high)};
+}
+
+// Crossings of one row, already in rising order.
+template <class Pixel>
+void fill_pairs(const Surface<Pixel> &s, const int32_t *crossings, int32_t count, int32_t y) {
+  for (int32_t i = 0; i + 1 < count; i += 2) {
+    const int32_t x1 = std::max(crossings[i], s.box.x1);
+    const int32_t x2 = std::min(crossings[i + 1], s.box.x2);
+    if (x1 <= x2) fill_span(s, x1, x2, y);
+  }
+}
+
+// Few values, nearly always two.
+void sort_crossings(int32_t *x, int32_t count) {
+  if (count == 2) {
+    const int32_t a = x[0];
+    const int32_t b = x[1];
+    x[0] = std::min(a, b);
+    x[1] = std::max(a, b);
+    return;
+  }
+  for (int32_t i = 1; i < count; ++i) {
+    const int32_t value = x[i];
+    int32_t j = i;
+    for (; j > 0 && x[j - 1] > value; --j)
+      x[j] = x[j - 1];
+    x[j] = value;
+  }
+}
+
+// The rows that the edge from corner i to corner j crosses.
+RowRange edge_rows(double yi, double yj) {
+  const double low = std::min(yi, yj);
+  const double high = std::max(yi, yj);
+  const int32_t below = floor_to_int32(low);
+  if (below == INT32_MAX || high < below) return {1, 0};
+  return {below + 1, floor_to_int32(high)};
+}
+
+// How many edges cross the fullest of the rows low to high: `firsts` are sorted, `lasts` get so.
+bool has_overfull_row(const PolygonEdge *edges, int32_t count, int32_t *lasts, RowRange rows) {
+  int32_t kept = 0;
+  for (int32_t i = 0; i < count; ++i)
+    lasts[kept++] = edges[i].last;
+  std::sort(lasts, lasts + kept);
+  int32_t ended = 0;
+  for (int32_t i = 0; i < count; ++i) {
+    const int32_t row = std::max(edges[i].first, rows.first);
+    if (row > rows.last) break;
+    while (ended < kept && lasts[ended] < row)
+      ++ended;
+    if (i + 1 - ended > max_crossings) return true;
+  }
+  return false;
+}
+
+int32_t crossing(const PolygonEdge &e, double y) {
+  if (e.quick) {
+    const double x = e.x + (y - e.y) * e.slope + 0.5;
+    const auto i = static_cast<int32_t>(x);
+    const double fraction = std::abs(x - i);
+    if (fraction > doubtful && fraction < 1.0 - doubtful) return i;
+  }
+  if (e.flat) return round_to_int32(e.x);
+  return round_to_int32(e.dx * (y - e.y) / e.dy + e.x);
+}
+
+// Fills the rows from edges sorted by their first row. With `in_edge_order`, a row's edges are
+// visited in the order of the polygon, which decides what is dropped where a row has too many.
+template <class Pixel>
+void sweep(const Surface<Pixel> &s, const PolygonEdge *edges, int32_t count, int32_t *active,
+           RowRange rows, bool in_edge_order) {
+  int32_t waiting = 0;
+  int32_t crossed = 0;
+  for (int32_t y = rows.first; y <= rows.last; ++y) {
+    const int32_t before = waiting;
+    while (waiting < count && edges[waiting].first <= y)
+      active[crossed++] = waiting++;
+    if (in_edge_order && waiting > before) {
+      std::sort(active, active + crossed,
+                [&](int32_t a, int32_t b) { return edges[a].order < edges[b].order; });
+    }
+    int32_t crossings[max_crossings];
+    int32_t found = 0;
+    int32_t kept = 0;
+    for (int32_t i = 0; i < crossed; ++i) {
+      const PolygonEdge &e = edges[active[i]];
+      if (e.last < y) continue;
+      active[kept++] = active[i];
+      if (found < max_crossings) crossings[found++] = crossing(e, y);
+    }
+    crossed = kept;
+    sort_crossings(crossings, found);
+    fill_pairs(s, crossings, found, y);
+    if (y == INT32_MAX) return;
+  }
+}
+
+// The edges that cross a row of `rows`, in edge order.
+int32_t collect_edges(const double *xs, const double *ys, int32_t n, RowRange rows,
+                      PolygonEdge *edges) {
+  int32_t count = 0;
+  for (int32_t i = 0; i < n; ++i) {
+    const int32_t j = i == n - 1 ? 0 : i + 1;
+    const RowRange r = edge_rows(ys[i], ys[j]);
+    if (r.first > r.last || r.last < rows.first || r.first > rows.last) continue;
+    edges[count++] = make_polygon_edge(xs[i], ys[i], xs[j], ys[j], r.first, r.last, i);
+  }
+  return count;
+}
+
+// Polygons of more corners than fit on the stack.
+template <class Pixel>
+int32_t fill_large(const Surface<Pixel> &s, const double *xs, const double *ys, int32_t n,
+                   RowRange clip_rows, RowRange rows) {
+  auto edges = allocate_array<PolygonEdge>(static_cast<size_t>(n));
+  auto active = allocate_array<int32_t>(static_cast<size_t>(n));
+  if (!edges || !active) return fill_polygon_plainly(s, xs, ys, n);
+  const int32_t count = collect_edges(xs, ys, n, clip_rows, edges.get());
+  std::sort(edges.get(), edges.get() + count,
+            [](const PolygonEdge &a, const PolygonEdge &b) { return a.first < b.first; });
+  const bool overfull = has_overfull_row(edges.get(), count, active.get(), clip_rows);
+  sweep(s, edges.get(), count, active.get(), rows, overfull);
+  return overfull ? 1 : 0;
+}
+
+template <class Pixel>
+void fill_small(const Surface<Pixel> &s, const double *xs, const double *ys, int32_t n,
+                RowRange rows) {
+  PolygonEdge edges[stack_edges];
+  int32_t active[stack_edges];
+  const int32_t count = collect_edges(xs, ys, n, rows, edges);
+  std::sort(edges, edges + count,
+            [](const PolygonEdge &a, const PolygonEdge &b) { return a.first < b.first; });
+  sweep(s, edges, count, active, rows, false);
+}
+
+}  // namespace
+
+PolygonEdge make_polygon_edge(double xi, double yi, double xj, double yj, int32_t first,
+                              int32_t last, int32_t order) {
+  PolygonEdge e;
+  e.x = xi;
+  e.y = yi;
+  e.dx = xj - xi;
+  e.dy = yj - yi;
+  e.first = first;
+  e.last = last;
+  e.order = order;
+  e.flat = !(std::abs(yi - yj) >= flat_edge);
+  const bool near = std::abs(xi) < quick_range && std::abs(yi) < quick_range &&
+                    std::abs(xj) < quick_range && std::abs(yj) < quick_range;
+  e.quick = near && !e.flat;
+  e.slope = e.quick ? e.dx / e.dy : 0.0;
+  return e;
+}
+
+template <class Pixel>
+int32_t fill_polygon_plainly(const Surface<Pixel> &s, const double *xs, const double *ys,
+                             int32_t n) {
+  double ymin = 0;
+  double ymax = 0;
+  if (!y_range(ys, n, &ymin, &ymax)) return 0;
+  const RowRange rows = polygon_rows(ymin, ymax, s.clip.y1, s.clip.y2);
+  int32_t status = 0;
+  for (int64_t y = rows.first; y <= rows.last; ++y) {
+    const auto row = static_cast<double>(y);
+    int32_t crossings[max_crossings];
+    int32_t count = 0;
+    for (int32_t i = 0; i < n; ++i) {
+      const int32_t j = i == n - 1 ? 0 : i + 1;
+      if (!((ys[i] < row && row <= ys[j]) || (ys[j] < row && row <= ys[i]))) continue;
+      if (count == max_crossings) {
+        status = 1;
+        continue;
+      }
+      const bool flat = !(std::abs(ys[i] - ys[j]) >= flat_edge);
+      const double x = flat ? xs[i] : (xs[j] - xs[i]) * (row - ys[i]) / (ys[j] - ys[i]) + xs[i];
+      crossings[count++] = round_to_int32(x);
+    }
+    if (y < s.page.y1 || y > s.page.y2) continue;
+    sort_crossings(crossings, count);
+    fill_pairs(s, crossings, count, static_cast<int32_t>(y));
+  }
+  return status;
+}
+
+template <class Pixel>
+int32_t fill_polygon(const Surface<Pixel> &s, const double *xs, const double *ys, int32_t n) {
+  double ymin = 0;
+  double ymax = 0;
+  if (!y_range(ys, n, &ymin, &ymax)) return 0;
+  const RowRange clip_rows = polygon_rows(ymin, ymax, s.clip.y1, s.clip.y2);
+  const RowRange rows = polygon_rows(ymin, ymax, s.box.y1, s.box.y2);
+  if (n > stack_edges) return fill_large(s, xs, ys, n, clip_rows, rows);
+  if (rows.first <= rows.last && s.box.x1 <= s.box.x2) fill_small(s, xs, ys, n, rows);
+  return 0;
+}
+
+template int32_t fill_polygon(const PaletteSurface &, const double *, const double *, int32_t);
+template int32_t fill_polygon(const RgbaSurface &, const double *, const double *, int32_t);
+template int32_t fill_polygon_plainly(const PaletteSurface &, const double *, const double *,
+                                      int32_t);
+template int32_t fill_polygon_plainly(const RgbaSurface &, const double *, const double *, int32_t);
+
+void fill_polygon(const OutputContext *context, const double *xs, const double *ys, int32_t n,
+                  int32_t *status) {
+  *status = 0;
+  with_surface(context, [&](const auto &s) { *status = fill_polygon(s, xs, ys, n); });
+}
+
+}  // namespace quorix
+
+using namespace quorix;
+
+extern "C" int32_t qqvpol(const double *xs, const double *ys, const int32_t *n, int32_t *status) {
+  *status = 0;
+  if (output_context == nullptr) return 0;
+  flush_raster(output_context);
+  fill_polygon(output_context, xs, ys, *n, status);
+  return 0;
+}

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+//
+// What the files of the raster family share, grouped by file.
+//
+// An exported operation flushes the gathered polyline where it changes colour, pen or pixels, makes
+// a Surface, and hands it to loops that are templates over the pixel.
+#pragma once
+
+#include <cstdint>
+
+#include "quorix/device.h"
+#include "quorix/output_context.h"
+#include "raster/surface.h"
+
+namespace quorix {
+
+// ---- context.cpp
+// Releases the record and all that hangs on it, and clears `output_context`.
+void release_output_context();
+
+// ---- life_cycle.cpp
+// Makes all of `raster` background.
+void fill_page(OutputContext *context);
+// The background: bytes for RGB and for alpha.
+inline uint8_t background_byte(const OutputContext *context) {
+  return context->white_background != 0 && context->rgba_mode != 0 ? 255 : 0;
+}
+// Points `raster` at raster_base or blend_raster.
+void select_raster_buffer(OutputContext *context, uint8_t *buffer, RasterPage page);
+
+// ---- colours.cpp
+// As nearest_colour, but remembers its answers until the palette changes.
+int32_t cached_nearest_colour(const OutputContext *context, uint8_t r, uint8_t g, uint8_t b);
+inline bool is_packed_colour(int32_t colour) {
+  return colour >> 24 == 1;
+}
+// A colour argument as the pixel that the current raster mode stores.
+uint8_t palette_pixel(const OutputContext *context, int32_t colour);
+uint32_t rgba_pixel(const OutputContext *context, int32_t colour);
+// Sets the current colour; the raster polyline is flushed first.
+void set_current_colour(OutputContext *context, int32_t colour);
+
+// ---- polyline.cpp
+// Draws n points as one polyline, with the pen, colour and clipping in force.
+void render_polyline(OutputContext *context, const int32_t *xs, const int32_t *ys, int32_t n);
+inline void flush_raster(OutputContext *context) {
+  flush_polyline(context, 0);
+}
+
+// ---- polyline_thin.cpp: pens of width below 4
+template <class Pixel>
+void draw_hline(const Surface<Pixel> &s, const OutputContext *context, int32_t x1, int32_t y,
+                int32_t x2);
+template <class Pixel>
+void draw_vline(const Surface<Pixel> &s, const OutputContext *context, int32_t x, int32_t y1,
+                int32_t y2);
+// One-pixel lines that stop at the page alone.
+template <class Pixel>
+void draw_fast(const Surface<Pixel> &s, const OutputContext *context, const int32_t *xs,
+               const int32_t *ys, int32_t n);
+// Lines that stop at the clip rectangle. The two differ by design: on a palette raster the extra
+// pixels of a step are drawn only where its centre is.
+void draw_wide_palette(const PaletteSurface &s, const OutputContext *context, const int32_t *xs,
+                       const int32_t *ys, int32_t n);
+void draw_wide_rgba(const RgbaSurface &s, const OutputContext *context, const int32_t *xs,
+                    const int32_t *ys, int32_t n);
+
+// ---- polyline_smooth.cpp: antialiased lines of width 1
+void draw_smooth_rgba(const RgbaSurface &s, const OutputContext *context, const int32_t *xs,
+                      const int32_t *ys, int32_t n);
+
+// ---- polyline_thick.cpp: pens of width 4 and more
+template <class Pixel>
+void draw_thick(const Surface<Pixel> &s, const OutputContext *context, const int32_t *xs,
+                const int32_t *ys, int32_t n);
+struct Point {
+  double x, y;
+};
+// Where the lines through a, b and through c, d meet; 0 if they are (nearly) parallel, else 1.
+int32_t line_intersection(Point a, Point b, Point c, Point d, double *xi, double *yi);
+
+// ---- disc.cpp
+template <class Pixel>
+void draw_disc(const Surface<Pixel> &s, int32_t cx, int32_t cy, int32_t r, bool upper_half_only);
+void draw_disc(const OutputContext *context, int32_t cx, int32_t cy, int32_t r,
+               int32_t upper_half_only);
+
+// ---- polygon.cpp
+// Most crossings of one row that are kept; what comes after them in edge order is dropped.
+inline constexpr int32_t max_crossings = 99;
+// Fills within the clip rectangle; 1 if some row had more crossings than are kept, else 0.
+template <class Pixel>
+int32_t fill_polygon(const Surface<Pixel> &s, const double *xs, const double *ys, int32_t n);
+void fill_polygon(const OutputContext *context, const double *xs, const double *ys, int32_t n,
+                  int32_t *status);
+// The same by looking at every edge in every row. Slow, needs no memory of its own: what the
+// filler falls back to, and what it is tested against.
+template <class Pixel>
+int32_t fill_polygon_plainly(const Surface<Pixel> &s, const double *xs, const double *ys,
+                             int32_t n);
+
+// ---- pixels.cpp
+// Writes n pixels into the raster from (x, y): RGB triples or indices. Off the page: skipped.
+void write_raster_row(OutputContext *context, const uint8_t *buffer, int32_t x, int32_t y,
+                      int32_t n, bool rgb);
+
+}  // namespace quorix

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+//
+// A raster as the drawing loops see it: typed pixels, the page, the clip rectangle and an ink.
+//
+// Palette rasters are surfaces of bytes, RGBA rasters surfaces of 32-bit words whose memory order
+// is R, G, B, A, so one template draws on both. A surface is made anew for every operation, lives
+// on the stack and owns nothing.
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "quorix/output_context.h"
+
+namespace quorix {
+
+static_assert(std::endian::native == std::endian::little,
+              "RGBA pixels are stored as words whose low byte is red");
+
+// Inclusive on all four sides; empty where x1 > x2 or y1 > y2.
+struct Rect {
+  int32_t x1, y1, x2, y2;
+};
+
+inline bool contains(const Rect &r, int64_t x, int64_t y) {
+  return x >= r.x1 && x <= r.x2 && y >= r.y1 && y <= r.y2;
+}
+
+inline bool is_empty(const Rect &r) {
+  return r.x1 > r.x2 || r.y1 > r.y2;
+}
+
+inline Rect intersection(const Rect &a, const Rect &b) {
+  return {std::max(a.x1, b.x1), std::max(a.y1, b.y1), std::min(a.x2, b.x2), std::min(a.y2, b.y2)};
+}
+
+inline uint32_t pack_rgba(uint8_t r, uint8_t g, uint8_t b, uint8_t a) {
+  return r | static_cast<uint32_t>(g) << 8 | static_cast<uint32_t>(b) << 16 |
+         static_cast<uint32_t>(a) << 24;
+}
+
+template <class Pixel>
+struct Surface {
+  Pixel *base;
+  ptrdiff_t pitch;  // pixels from one row to the next
+  Rect clip;        // as the caller set it: decides which way an operation goes
+  Rect page;        // what the memory was allocated for: no write ever leaves it
+  Rect box;         // the two together: where clipped writes go
+  Pixel ink;
+
+  Pixel *at(int64_t x, int64_t y) const { return base + y * pitch + x; }
+};
+
+using PaletteSurface = Surface<uint8_t>;
+using RgbaSurface = Surface<uint32_t>;
+
+// True while the record describes the buffer that `raster` points to.
+inline bool has_raster(const OutputContext *context) {
+  return context->page.width > 0 && context->page.rgba == context->rgba_mode;
+}
+
+template <class Pixel>
+Surface<Pixel> make_surface(const OutputContext *context, Pixel ink) {
+  Surface<Pixel> s;
+  s.base = reinterpret_cast<Pixel *>(context->raster);
+  s.pitch = context->page.width;
+  s.clip = {context->clip_x1, context->clip_y1, context->clip_x2, context->clip_y2};
+  s.page = {0, 0, context->page.width - 1, context->page.height - 1};
+  s.box = intersection(s.clip, s.page);
+  s.ink = ink;
+  return s;
+}
+
+// Calls `draw` with the surface of the raster, in the current colour; not at all without one.
+template <class Draw>
+void with_surface(const OutputContext *context, Draw draw) {
+  if (!has_raster(context)) return;
+  if (context->rgba_mode != 0) {
+    draw(make_surface<uint32_t>(context, pack_rgba(context->colour_r, context->colour_g,
+                                                   context->colour_b, context->colour_alpha)));
+  } else {
+    draw(make_surface<uint8_t>(context, context->colour_index));
+  }
+}
+
+// ---- Runs of one colour. Most are short, so these store a few wide words that may overlap
+// ---- instead of looping over pixels.
+
+template <class Word>
+void store_word(void *to, Word word) {
+  std::memcpy(to, &word, sizeof(word));
+}
+
+inline void fill_run(uint32_t *to, size_t count, uint32_t ink) {
+  typedef uint32_t Quad __attribute__((vector_size(16)));
+  if (count < 4) {
+    const uint64_t two = ink | static_cast<uint64_t>(ink) << 32;
+    if (count == 1) {
+      *to = ink;
+    } else if (count > 1) {
+      store_word(to, two);
+      store_word(to + count - 2, two);
+    }
+    return;
+  }
+  const Quad quad = {ink, ink, ink, ink};
+  uint32_t *const last = to + count - 4;
+  for (; to < last; to += 4)
+    store_word(to, quad);
+  store_word(last, quad);
+}
+
+inline void fill_run(uint8_t *to, size_t count, uint8_t ink) {
+  const uint64_t eight = 0x0101010101010101ULL * ink;
+  if (count > 32) {
+    std::memset(to, ink, count);
+  } else if (count >= 8) {
+    for (size_t i = 0; i + 8 < count; i += 8)
+      store_word(to + i, eight);
+    store_word(to + count - 8, eight);
+  } else if (count >= 4) {
+    store_word(to, static_cast<uint32_t>(eight));
+    store_word(to + count - 4, static_cast<uint32_t>(eight));
+  } else {
+    for (size_t i = 0; i < count; ++i)
+      to[i] = ink;
+  }
+}
+
+// Pixels (x1, y) to (x2, y), which lie on the page.
+template <class Pixel>
+void fill_span(const Surface<Pixel> &s, int32_t x1, int32_t x2, int32_t y) {
+  fill_run(s.at(x1, y), static_cast<size_t>(x2 - x1) + 1, s.ink);
+}
+
+// One pixel, if it lies in the box.
+template <class Pixel>
+void put_pixel(const Surface<Pixel> &s, int64_t x, int64_t y) {
+  if (contains(s.box, x, y)) *s.at(x, y) = s.ink;
+}
+
+}  // namespace quorix

@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+//
+// Plot markers, built from strokes of the pen in force, fills, circles and discs.
+//
+// Strokes are drawn in the order of the stroke table, fills after them.
+#include <cstddef>
+
+#include "platform/numbers.h"
+#include "quorix/raster.h"
+#include "raster/raster.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr int32_t max_corners = 9;
+constexpr int32_t symbol_circle = 15;
+constexpr int32_t symbol_disc = 21;
+constexpr int32_t symbol_half_circle = 22;
+constexpr int32_t symbol_half_disc = 23;
+
+// A corner in halves of the symbol's size: h to either side, and q, half of that, for octagons.
+enum Offset : int8_t { minus_h, minus_q, zero, plus_q, plus_h };
+
+struct Corner {
+  Offset x, y;
+};
+
+struct Stroke {
+  uint32_t symbols;  // bit i: symbol i draws it
+  int32_t corners;
+  Corner corner[max_corners];
+  int32_t filled_symbol;  // the one that fills it too, or -1
+};
+
+template <class... Symbol>
+constexpr uint32_t symbols(Symbol... number) {
+  return ((1U << number) | ...);
+}
+
+constexpr Stroke strokes[] = {
+    // plus
+    {symbols(3, 8, 9, 10, 12), 2, {{minus_h, zero}, {plus_h, zero}}, -1},
+    {symbols(3, 8, 9, 10, 12), 2, {{zero, minus_h}, {zero, plus_h}}, -1},
+    // cross
+    {symbols(4, 7, 8, 13), 2, {{minus_h, minus_h}, {plus_h, plus_h}}, -1},
+    {symbols(4, 7, 8, 13), 2, {{minus_h, plus_h}, {plus_h, minus_h}}, -1},
+    // square
+    {symbols(0, 7, 12, 14, 16),
+     5,
+     {{minus_h, minus_h},
+      {plus_h, minus_h},
+      {plus_h, plus_h},
+      {minus_h, plus_h},
+      {minus_h, minus_h}},
+     16},
+    // octagon
+    {symbols(1, 10, 13, 17),
+     9,
+     {{minus_q, minus_h},
+      {plus_q, minus_h},
+      {plus_h, minus_q},
+      {plus_h, plus_q},
+      {plus_q, plus_h},
+      {minus_q, plus_h},
+      {minus_h, plus_q},
+      {minus_h, minus_q},
+      {minus_q, minus_h}},
+     17},
+    // triangle up
+    {symbols(2, 11, 14, 18),
+     4,
+     {{zero, minus_h}, {plus_h, plus_h}, {minus_h, plus_h}, {zero, minus_h}},
+     18},
+    // triangle down
+    {symbols(6, 11, 20),
+     4,
+     {{zero, plus_h}, {minus_h, minus_h}, {plus_h, minus_h}, {zero, plus_h}},
+     20},
+    // diamond
+    {symbols(5, 9, 19),
+     5,
+     {{zero, minus_h}, {plus_h, zero}, {zero, plus_h}, {minus_h, zero}, {zero, minus_h}},
+     19},
+};
+
+int32_t moved(int32_t centre, Offset offset, int32_t h) {
+  switch (offset) {
+    case minus_h:
+      return saturated_sum(centre, -h);
+    case minus_q:
+      return saturated_sum(centre, -(h / 2));
+    case plus_q:
+      return saturated_sum(centre, h / 2);
+    case plus_h:
+      return saturated_sum(centre, h);
+    default:
+      return centre;
+  }
+}
+
+struct StrokePoints {
+  int32_t x[max_corners], y[max_corners];
+};
+
+StrokePoints place(const Stroke &stroke, int32_t x, int32_t y, int32_t h) {
+  StrokePoints points;
+  for (int32_t i = 0; i < stroke.corners; ++i) {
+    points.x[i] = moved(x, stroke.corner[i].x, h);
+    points.y[i] = moved(y, stroke.corner[i].y, h);
+  }
+  return points;
+}
+
+// The last corner repeats the first and is left out.
+void fill_stroke(const OutputContext *context, const StrokePoints &points, int32_t corners) {
+  double xs[max_corners];
+  double ys[max_corners];
+  for (int32_t i = 0; i < corners; ++i) {
+    xs[i] = points.x[i];
+    ys[i] = points.y[i];
+  }
+  int32_t status = 0;
+  fill_polygon(context, xs, ys, corners, &status);
+}
+
+void draw_strokes(OutputContext *context, int32_t symbol, int32_t x, int32_t y, int32_t h) {
+  for (const Stroke &stroke : strokes) {
+    if ((stroke.symbols >> symbol & 1U) == 0) continue;
+    const StrokePoints points = place(stroke, x, y, h);
+    render_polyline(context, points.x, points.y, stroke.corners);
+    if (stroke.filled_symbol == symbol) fill_stroke(context, points, stroke.corners);
+  }
+}
+
+// The pixels of a pen at one point of a circle: extra ones above and below where the circle is
+// flat, beside it where it is steep, at offsets +1, -1, +2, -2, ... Only those that can lie in the
+// box are visited, however wide the pen is.
+template <class Pixel>
+void draw_circle_point(const Surface<Pixel> &s, int32_t line_width, int64_t x, int64_t y,
+                       bool flat) {
+  put_pixel(s, x, y);
+  const int64_t at = flat ? y : x;
+  const int64_t low = flat ? s.box.y1 : s.box.x1;
+  const int64_t high = flat ? s.box.y2 : s.box.x2;
+  const int64_t nearest = std::max({int64_t{1}, low - at, at - high});
+  const int64_t farthest = std::max(high - at, at - low);
+  const int64_t end = std::min<int64_t>(line_width, 2 * farthest + 1);
+  for (int64_t i = 2 * nearest - 1; i < end; ++i) {
+    const int64_t offset = i % 2 != 0 ? (i + 1) / 2 : -((i + 1) / 2);
+    put_pixel(s, flat ? x : x + offset, flat ? y + offset : y);
+  }
+}
+
+template <class Pixel>
+void draw_octants(const Surface<Pixel> &s, int32_t line_width, int64_t cx, int64_t cy, int64_t a,
+                  int64_t b, bool upper_half_only) {
+  const auto point = [&](int64_t x, int64_t y, bool flat) {
+    draw_circle_point(s, line_width, cx + x, cy + y, flat);
+  };
+  point(a, -b, true);
+  point(-a, -b, true);
+  point(b, -a, false);
+  point(-b, -a, false);
+  if (upper_half_only) return;
+  point(a, b, true);
+  point(-a, b, true);
+  point(b, a, false);
+  point(-b, a, false);
+}
+
+// The midpoint circle.
+template <class Pixel>
+void draw_circle(const Surface<Pixel> &s, int32_t line_width, int32_t cx, int32_t cy, int32_t r,
+                 bool upper_half_only) {
+  int64_t a = 0;
+  int64_t b = r;
+  int64_t d = 1 - static_cast<int64_t>(r);
+  draw_octants(s, line_width, cx, cy, a, b, upper_half_only);
+  while (a < b) {
+    ++a;
+    if (d >= 0) {
+      --b;
+      d += 2 * (a - b) + 1;
+    } else {
+      d += 2 * a + 1;
+    }
+    draw_octants(s, line_width, cx, cy, a, b, upper_half_only);
+  }
+}
+
+void draw_round_symbol(const OutputContext *context, int32_t symbol, int32_t x, int32_t y,
+                       int32_t h) {
+  const bool upper_half_only = symbol == symbol_half_circle || symbol == symbol_half_disc;
+  with_surface(context, [&](const auto &s) {
+    if (symbol == symbol_disc || symbol == symbol_half_disc) {
+      draw_disc(s, x, y, h, upper_half_only);
+      return;
+    }
+    draw_circle(s, context->line_width, x, y, h, upper_half_only);
+    if (upper_half_only) draw_hline(s, context, saturated_sum(x, -h), y, saturated_sum(x, h));
+  });
+}
+
+void draw_symbol(OutputContext *context, int32_t symbol, int32_t x, int32_t y, int32_t h) {
+  if (symbol == symbol_circle || (symbol >= symbol_disc && symbol <= symbol_half_disc)) {
+    draw_round_symbol(context, symbol, x, y, h);
+  } else if (symbol >= 0 && symbol < symbol_disc) {
+    draw_strokes(context, symbol, x, y, h);
+  }
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+using namespace quorix;
+
+extern "C" int32_t qqvsym(int32_t symbol, int32_t x, int32_t y, int32_t size) {
+  OutputContext *context = output_context;
+  if (context == nullptr) return 0;
+  flush_raster(context);
+  const uint8_t clip_on = context->clip_on;
+  context->clip_on = 1;  // markers are always clipped
+  draw_symbol(context, symbol, x, y, size / 2);
+  context->clip_on = clip_on;
+  return 0;
+}
