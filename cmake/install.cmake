@@ -1,1 +1,35 @@
 # SPDX-License-Identifier: MIT
+# What `cmake --install` gives: headers, libraries, quorix.pc and find_package(Quorix). Nothing of it
+# holds an absolute path, so that the whole can be moved.
+include(CMakePackageConfigHelpers)
+
+# The C headers. The records that the families share (output_context.h, device.h, window_set.h) are
+# internal and stay here.
+set(public_headers export.h imageout.h quorix.h raster.h window.h)
+list(TRANSFORM public_headers PREPEND ${PROJECT_SOURCE_DIR}/include/quorix/)
+install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorix)
+
+# Two sets, because only the static library makes its user look for zlib.
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Quorix)
+install(TARGETS quorix EXPORT QuorixShared)
+install(TARGETS quorix_static EXPORT QuorixStatic)
+foreach(set QuorixShared QuorixStatic)
+  install(EXPORT ${set} NAMESPACE Quorix:: FILE ${set}Targets.cmake DESTINATION ${package_folder})
+endforeach()
+
+# A C program that links the static library needs what the C++ compiler would add by itself.
+set(QUORIX_CXX_RUNTIME stdc++ m)
+configure_package_config_file(cmake/QuorixConfig.cmake.in QuorixConfig.cmake
+  INSTALL_DESTINATION ${package_folder} NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(QuorixConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES
+  ${CMAKE_CURRENT_BINARY_DIR}/QuorixConfig.cmake
+  ${CMAKE_CURRENT_BINARY_DIR}/QuorixConfigVersion.cmake
+  DESTINATION ${package_folder})
+
+set(pc_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH QUORIX_PREFIX_FROM_PC /${pc_folder} /)
+list(TRANSFORM QUORIX_CXX_RUNTIME PREPEND -l OUTPUT_VARIABLE QUORIX_CXX_RUNTIME_FLAGS)
+list(JOIN QUORIX_CXX_RUNTIME_FLAGS " " QUORIX_CXX_RUNTIME_FLAGS)
+configure_file(cmake/quorix.pc.in quorix.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/quorix.pc DESTINATION ${pc_folder})

@@ -1,0 +1,30 @@
+# SPDX-License-Identifier: MIT
+"""What is installed can be moved: no file names a folder of the build."""
+import unittest
+
+from package import CONFIG, LIB, PREFIX, SHARED, STATIC, WINDOWS, main
+
+
+class Files(unittest.TestCase):
+    def test_all_parts_are_there(self):
+        parts = [SHARED, STATIC, LIB / "pkgconfig/quorix.pc", LIB / "cmake/Quorix/QuorixConfig.cmake",
+                 LIB / "cmake/Quorix/QuorixConfigVersion.cmake", PREFIX / "include/quorix/quorix.h"]
+        if WINDOWS:
+            parts.append(LIB / "libquorix.dll.a")
+        for part in parts:
+            self.assertTrue(part.is_file(), part)
+
+    def test_no_text_file_holds_a_path_of_the_build(self):
+        texts = [path for path in PREFIX.rglob("*") if path.suffix in {".pc", ".cmake", ".h"}]
+        self.assertGreater(len(texts), 5)
+        for path in texts:
+            text = path.read_text()
+            for folder in (CONFIG["build"], CONFIG["source"], CONFIG["prefix"]):
+                self.assertNotIn(folder, text, path)
+
+    def test_the_version_is_the_projects(self):
+        self.assertIn(f"\nVersion: {CONFIG['version']}\n", (LIB / "pkgconfig/quorix.pc").read_text())
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,106 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Draws every picture of examples/gallery.txt and writes a page that shows them.
+
+    gallery.py FOLDER_OF_PROGRAMS GALLERY_FOLDER
+
+A line of the list is `file | caption | source | command`. The command runs in the gallery folder;
+its first word names a program, {data} is examples/data. Without a command, an earlier one has
+written the file. Empty lines and those that start with # are skipped.
+"""
+import html
+import pathlib
+import shlex
+import shutil
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+SHOWN = {".png"}  # what a browser shows; other files are linked
+
+PAGE = """<!DOCTYPE html>
+<html lang="en">
+<meta charset="utf-8">
+<meta name="viewport" content="width=device-width">
+<title>Quorix gallery</title>
+<style>
+body {{ font-family: sans-serif; margin: 2em; background: #f4f4f2; color: #222; }}
+main {{ display: grid; grid-template-columns: repeat(auto-fill, minmax(22em, 1fr)); gap: 1.5em; }}
+figure {{ margin: 0; padding: 1em; background: #fff; border: 1px solid #ddd; }}
+img {{ max-width: 100%; height: auto; {squares} }}
+figcaption {{ margin-top: .6em; line-height: 1.4; }}
+code, small {{ color: #555; overflow-wrap: anywhere; }}
+</style>
+<h1>Quorix gallery</h1>
+<p>{count} pictures, each drawn by a small program through the exported operations alone.</p>
+<main>
+{figures}
+</main>
+</html>
+"""
+
+# Behind transparent pages.
+SQUARES = "background: repeating-conic-gradient(#ddd 0% 25%, #fff 0% 50%) 0 0 / 16px 16px;"
+
+FIGURE = """<figure>{picture}
+<figcaption>{caption}<br>
+<small><a href="{source_link}">{source}</a> <code>{command}</code></small></figcaption></figure>"""
+
+
+def read_list(path):
+    """The entries of the list, each a tuple of four texts."""
+    entries = []
+    for number, line in enumerate(path.read_text().splitlines(), 1):
+        if not line.strip() or line.startswith("#"):
+            continue
+        fields = [field.strip() for field in line.split("|")]
+        if len(fields) != 4:
+            sys.exit(f"{path}:{number}: four fields are wanted, there are {len(fields)}")
+        entries.append(tuple(fields))
+    if not entries:
+        sys.exit(f"{path}: no picture")
+    return entries
+
+
+def draw(programs, gallery, file, command):
+    """Runs one command, which must leave the file."""
+    if command:
+        words = shlex.split(command.replace("{data}", str(ROOT / "examples" / "data")))
+        program = programs / words[0]
+        status = subprocess.run([program, *words[1:]], cwd=gallery).returncode
+        if status != 0:
+            sys.exit(f"gallery: {command}: exit status {status}")
+    written = gallery / file
+    if not written.is_file() or written.stat().st_size == 0:
+        sys.exit(f"gallery: {file} was not written")
+
+
+def figure(gallery, file, caption, source, command):
+    name = html.escape(file)
+    if pathlib.Path(file).suffix in SHOWN:
+        picture = f'<a href="{name}"><img src="{name}" alt="{html.escape(caption)}"></a>'
+    else:
+        size = (gallery / file).stat().st_size
+        picture = f'<a href="{name}">{name}</a> ({size:,} bytes)'
+    if not (ROOT / source).is_file():
+        sys.exit(f"gallery: {file}: there is no {source}")
+    return FIGURE.format(picture=picture, caption=html.escape(caption),
+                         source=html.escape(source), source_link=html.escape(f"../{source}"),
+                         command=html.escape(command.replace("{data}", "examples/data")))
+
+
+def main():
+    programs, gallery = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])
+    shutil.rmtree(gallery, ignore_errors=True)
+    gallery.mkdir(parents=True)
+    figures = []
+    for file, caption, source, command in read_list(ROOT / "examples" / "gallery.txt"):
+        draw(programs, gallery, file, command)
+        figures.append(figure(gallery, file, caption, source, command))
+    index = gallery / "index.html"
+    index.write_text(PAGE.format(squares=SQUARES, count=len(figures), figures="\n".join(figures)))
+    print(f"{len(figures)} pictures, see {index}")
+
+
+if __name__ == "__main__":
+    main()

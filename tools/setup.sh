@@ -1,0 +1,66 @@
+#!/bin/bash
+# SPDX-License-Identifier: MIT
+# Installs the Debian packages that are missing, and says nothing if none is.
+#
+#   tools/setup.sh GROUP...     groups: build windows test tidy fuzz bench
+#
+# Root or sudo is needed only when something is missing.
+set -u
+
+packages_of() {
+  case $1 in
+    # The library, the examples and the gallery.
+    build) echo cmake ninja-build g++ zlib1g-dev python3 ;;
+    # The DLL, and Wine with an invisible screen to run it.
+    windows)
+      echo g++-mingw-w64-x86-64-posix libz-mingw-w64-dev
+      echo wine wine64 xvfb fonts-liberation fonts-wine libgl1 libgl1-mesa-dri libglx-mesa0
+      ;;
+    # GoogleTest, and the independent programs and libraries that judge what was written.
+    test) echo googletest clang-format pkgconf libpng-dev netpbm imagemagick pngcheck ;;
+    tidy) echo clang-tidy ;;
+    fuzz) echo clang libclang-rt-14-dev ;;
+    # What the benchmarks compare with.
+    bench)
+      echo libagg-dev libcairo2-dev libimlib2-dev libgd-dev libpixman-1-dev libpng-dev
+      echo libspng-dev libimagequant-dev qt6-base-dev libopencv-core-dev libopencv-imgproc-dev
+      ;;
+    *) return 1 ;;
+  esac
+}
+
+fail() { echo "setup: $*" >&2; exit 1; }
+
+installed() {
+  [[ $(dpkg-query -W -f='${Status}' "$1" 2>/dev/null) == *" installed" ]]
+}
+
+command -v dpkg-query >/dev/null || fail "this is not a Debian system; see CONTRIBUTING.md"
+missing=()
+for group in "$@"; do
+  wanted=$(packages_of "$group") || fail "no such group: $group"
+  for package in $wanted; do
+    installed "$package" || missing+=("$package")
+  done
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+as_root=()
+if [[ $(id -u) -ne 0 ]]; then
+  command -v sudo >/dev/null ||
+    fail "missing packages: ${missing[*]} (neither root nor sudo here, install them yourself)"
+  as_root=(sudo)
+fi
+
+echo "setup: installing ${missing[*]}"
+log=$(mktemp) || fail "no room for a temporary file"
+trap 'rm -f "$log"' EXIT
+apt_get() {
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 \
+    apt-get -q -y -o Acquire::Retries=3 -o DPkg::Lock::Timeout=600 "$@" </dev/null >>"$log" 2>&1
+}
+# A stale list of packages names versions that are gone, so it is always renewed first.
+apt_get update && apt_get install --no-install-recommends "${missing[@]}" || {
+  tail -n 40 "$log" >&2
+  fail "could not install ${missing[*]}"
+}
