@@ -37,8 +37,11 @@ class RatioReporter : public benchmark::BenchmarkReporter {
 
   void Finalize() override {
     std::printf("%-34s %-14s %12s %8s\n", "workload", "contender", "CPU ms", "x");
-    for (const std::string &workload : order_)
-      print(workload, best_[workload]);
+    for (auto &[workload, all] : best_) {
+      std::sort(all.begin(), all.end(),
+                [](const Best &a, const Best &b) { return a.seconds < b.seconds; });
+      print(workload, all);
+    }
   }
 
  private:

@@ -215,7 +215,7 @@ extern "C" int32_t qqvwpx(int32_t x, int32_t y, int32_t colour) {
 
 extern "C" int32_t qqvrow(const uint8_t *buffer, int32_t x, int32_t y, int32_t n) {
   OutputContext *context = output_context;
-  if (context == nullptr || n == 0) return 0;
+  if (context == nullptr) return 0;
   flush_raster(context);
   const int64_t count = magnitude(n);
   write_raster_row(context, buffer, x, y, static_cast<int32_t>(std::min<int64_t>(count, INT32_MAX)),

@@ -271,7 +271,7 @@ void fill_polygon(const OutputContext *context, const double *xs, const double *
 using namespace quorix;
 
 extern "C" int32_t qqvpol(const double *xs, const double *ys, const int32_t *n, int32_t *status) {
-  *status = 0;
+  *status = 1;
   if (output_context == nullptr) return 0;
   flush_raster(output_context);
   fill_polygon(output_context, xs, ys, *n, status);

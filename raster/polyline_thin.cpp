@@ -11,17 +11,20 @@ namespace quorix {
 
 namespace {
 
+// Both outcomes of a step are ready before its sign is known, so the loop has no branch but its own
+// end, and its longest chain is an addition and a conditional move.
 template <class Pixel>
 void run_steps(Pixel *to, ptrdiff_t major, ptrdiff_t minor, int64_t steps, int64_t error,
                const SegmentWalk &w, Pixel ink) {
-  const auto du = static_cast<int64_t>(w.du);
-  const auto dv = static_cast<int64_t>(w.dv);
+  const auto grown = static_cast<int64_t>(w.dv);
+  const int64_t moved = grown - static_cast<int64_t>(w.du);
+  int64_t below = error - 1;  // the minor coordinate moves where this gets to 0
   for (; steps > 0; --steps) {
     *to = ink;
-    error += dv;
-    const int64_t moves = -static_cast<int64_t>(error > 0);  // all ones when the column moves
-    error -= du & moves;
-    to += major + (minor & moves);
+    const int64_t stay = below + grown;
+    const int64_t move = below + moved;
+    below = stay < 0 ? stay : move;
+    to += stay < 0 ? major : major + minor;
   }
 }
 
@@ -149,8 +152,14 @@ namespace {
 
 // As walk_segment, but from the end whose major coordinate is smaller.
 SegmentWalk walk_forward(int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
-  const SegmentWalk w = walk_segment(x0, y0, x1, y1);
-  return w.u_step > 0 ? w : walk_segment(x1, y1, x0, y0);
+  SegmentWalk w = walk_segment(x0, y0, x1, y1);
+  if (w.u_step < 0) {
+    w.u = w.x_major ? x1 : y1;
+    w.v = w.x_major ? y1 : x1;
+    w.u_step = 1;
+    w.v_step = -w.v_step;
+  }
+  return w;
 }
 
 // The offset of the i-th extra pixel of a step: +1, -1, +2, -2, ...
@@ -177,9 +186,24 @@ void for_each_sloping_segment(const Surface<Pixel> &s, const OutputContext *cont
 
 }  // namespace
 
+namespace {
+
+// A pen of one pixel, of either raster mode.
+template <class Pixel>
+void draw_clipped(const Surface<Pixel> &s, const OutputContext *context, const int32_t *xs,
+                  const int32_t *ys, int32_t n) {
+  const bool inside = all_within(s.box, xs, ys, n);
+  for_each_sloping_segment(s, context, xs, ys, n, [&](const SegmentWalk &w) {
+    draw_steps(s, w, inside ? StepRange{0, static_cast<int64_t>(w.du)} : steps_within(w, s.box), 0);
+  });
+}
+
+}  // namespace
+
 // Every pixel of the pen is drawn only at steps whose centre lies in the clip rectangle.
 void draw_wide_palette(const PaletteSurface &s, const OutputContext *context, const int32_t *xs,
                        const int32_t *ys, int32_t n) {
+  if (context->line_width < 2) return draw_clipped(s, context, xs, ys, n);
   for_each_sloping_segment(s, context, xs, ys, n, [&](const SegmentWalk &w) {
     const StepRange centres = steps_within(w, s.clip);
     draw_steps(s, w, common_steps(centres, steps_within(w, s.page)), 0);
@@ -193,6 +217,7 @@ void draw_wide_palette(const PaletteSurface &s, const OutputContext *context, co
 // Every pixel of the pen is clipped on its own.
 void draw_wide_rgba(const RgbaSurface &s, const OutputContext *context, const int32_t *xs,
                     const int32_t *ys, int32_t n) {
+  if (context->line_width < 2) return draw_clipped(s, context, xs, ys, n);
   for_each_sloping_segment(s, context, xs, ys, n, [&](const SegmentWalk &w) {
     draw_steps(s, w, steps_within(w, s.box), 0);
     for (int32_t i = 1; i < context->line_width; ++i) {

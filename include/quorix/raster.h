@@ -109,7 +109,8 @@ QUORIX_API int32_t qqvpix(int32_t x, int32_t y, int32_t colour);
  *
  * xs, ys  n corners each, in pixels; a polygon with a NaN among its ys is not drawn
  * n       number of corners
- * status  0 done; 1 some row had more than 99 crossings and was drawn with its first 99 */
+ * status  0 done; 1 some row had more than 99 crossings and was drawn with its first 99, or there
+ *         is no drawing record yet */
 QUORIX_API int32_t qqvpol(const double *xs, const double *ys, const int32_t *n, int32_t *status);
 
 /* Draws a marker of the given size (its full width in pixels) centred on (x, y), with the current
