@@ -38,11 +38,10 @@ void append_header(std::vector<uint8_t> *file, const std::vector<int32_t> &field
 
 int32_t write_file(LiteralRaster &raster, std::vector<uint8_t> *file, int32_t *status) {
   file->clear();
-  if (!raster.exists || !raster.page_valid) {
-    *status = 1;
-    return 0;
-  }
+  *status = 1;
+  if (!raster.exists) return 0;
   flush_polyline(raster);
+  if (!raster.page_valid) return 0;
   *status = 0;
   const int32_t width = raster.width;
   const int32_t height = raster.height;
@@ -131,17 +130,13 @@ uint8_t convert_index(uint8_t byte, int32_t index_offset) {
   return low_byte(2 * v - 1);
 }
 
-// One row as the file holds it, with zeros where the file ends early. Empty after the end.
-std::vector<uint8_t> file_row(const std::vector<uint8_t> &file, const Header &header, int32_t row,
-                              size_t room) {
+// As much of a row as the file holds.
+std::vector<uint8_t> file_row(const std::vector<uint8_t> &file, const Header &header, int32_t row) {
   const size_t stored = static_cast<size_t>(header.bytes_per_row);
   const size_t begin = header_size + static_cast<size_t>(row) * stored;
   std::vector<uint8_t> bytes;
-  if (begin >= file.size()) return bytes;
-  const size_t end = std::min(begin + stored, file.size());
-  bytes.assign(file.begin() + static_cast<std::ptrdiff_t>(begin),
-               file.begin() + static_cast<std::ptrdiff_t>(end));
-  bytes.resize(std::max(stored, room));
+  for (size_t i = begin; i < begin + stored && i < file.size(); i++)
+    bytes.push_back(file[i]);
   if (header.bits_stored == 8 && header.pixel_type == 0) {
     for (uint8_t &byte : bytes)
       byte = convert_index(byte, header.index_offset);
@@ -172,7 +167,8 @@ std::vector<uint8_t> rgb_of_32_bits(const std::vector<uint8_t> &row, int32_t col
 void store_row(LiteralRaster &raster, const Header &header, const std::vector<uint8_t> &row,
                int32_t y) {
   if (header.bits_stored == 8) {
-    for (int32_t x = 0; x < header.bytes_per_row; x++) {
+    const int32_t count = std::min(header.bytes_per_row, static_cast<int32_t>(row.size()));
+    for (int32_t x = 0; x < count; x++) {
       pixel_at(raster, x, y)[0] = row.at(static_cast<size_t>(x));
     }
     return;
@@ -202,11 +198,10 @@ void write_converted_row(LiteralRaster &raster, const Header &header,
 }  // namespace
 
 int32_t read_file(LiteralRaster &raster, const std::vector<uint8_t> &file, int32_t *status) {
-  if (!raster.exists || !raster.page_valid) {
-    *status = 1;
-    return 0;
-  }
+  *status = 1;
+  if (!raster.exists) return 0;
   flush_polyline(raster);
+  if (!raster.page_valid) return 0;
   *status = 0;
   Header header{};
   if (!parse_header(file, &header)) {
@@ -216,12 +211,18 @@ int32_t read_file(LiteralRaster &raster, const std::vector<uint8_t> &file, int32
   const bool own_depth = (header.bits_stored == 8 && !raster.page_rgba) ||
                          (header.bits_stored == 24 && raster.page_rgba);
   const bool stored_as_is = own_depth && raster.stride >= header.bytes_per_row;
+  const bool exact_fit = header.bits_stored == 8 && !raster.page_rgba &&
+                         header.bytes_per_row == raster.stride && header.height == raster.height;
   const int32_t rows = std::min(header.height, raster.height);
   const size_t columns = static_cast<size_t>(std::min(header.width, raster.width));
-  const size_t room = columns * static_cast<size_t>(header.bits_stored / 8);
+  const size_t bytes_per_pixel = static_cast<size_t>(header.bits_stored / 8);
   for (int32_t y = 0; y < rows; y++) {
-    const std::vector<uint8_t> row = file_row(file, header, y, room);
+    std::vector<uint8_t> row = file_row(file, header, y);
     if (row.empty()) return 0;
+    // Where the file ends within a row, the rest counts as zeros, unless the file fits exactly and
+    // goes straight into the raster.
+    const size_t wanted = static_cast<size_t>(header.bytes_per_row);
+    if (!exact_fit) row.resize(std::max(wanted, columns * bytes_per_pixel));
     if (stored_as_is) {
       store_row(raster, header, row, y);
     } else {

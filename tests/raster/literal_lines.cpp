@@ -56,7 +56,8 @@ void flush_polyline(LiteralRaster &raster) {
 namespace {
 
 void draw_dot(LiteralRaster &raster, int32_t x, int32_t y) {
-  if (raster.line_width == 1 || raster.line_cap == 0) {
+  // A width below 1 is one pixel, here as for lines.
+  if (raster.line_width <= 1 || raster.line_cap == 0) {
     if (in_clip(raster, x, y)) write_current(raster, x, y);
     return;
   }

@@ -253,7 +253,8 @@ void set_any_option(Sketch &sketch) {
       return;
     case 8: {
       if (one_in(random, 2)) {
-        set_option(sketch, between(random, 11, 14), coordinate(sketch, sketch.width));
+        const int32_t side = between(random, 11, 14);
+        set_option(sketch, side, coordinate(sketch, sketch.width));
         return;
       }
       static const int32_t others[] = {3, 17, 18, 21, 25, 99, 0, -1, 35};
