@@ -111,45 +111,93 @@ bool has_overfull_row(const PolygonEdge *edges, int32_t count, int32_t *lasts, R
   return false;
 }
 
-int32_t crossing(const PolygonEdge &e, double y) {
-  if (e.quick) {
-    const double x = e.x + (y - e.y) * e.slope + 0.5;
-    const auto i = static_cast<int32_t>(x);
-    const double fraction = std::abs(x - i);
-    if (fraction > doubtful && fraction < 1.0 - doubtful) return i;
-  }
+int32_t exact_crossing(const PolygonEdge &e, double y) {
   if (e.flat) return round_to_int32(e.x);
   return round_to_int32(e.dx * (y - e.y) / e.dy + e.x);
 }
 
-// Fills the rows from edges sorted by their first row. With `in_edge_order`, a row's edges are
-// visited in the order of the polygon, which decides what is dropped where a row has too many.
+// A crossing by the reciprocal, and whether its truncation is beyond doubt.
+struct QuickCrossing {
+  int32_t x;
+  bool sure;
+};
+
+inline QuickCrossing quick_crossing(const PolygonEdge &e, double y) {
+  const double x = e.x + (y - e.y) * e.slope + 0.5;
+  const auto i = static_cast<int32_t>(x);
+  return {i, std::abs(std::abs(x - i) - 0.5) < 0.5 - doubtful};
+}
+
+inline int32_t crossing(const PolygonEdge &e, double y) {
+  if (e.quick) {
+    const QuickCrossing c = quick_crossing(e, y);
+    if (c.sure) return c.x;
+  }
+  return exact_crossing(e, y);
+}
+
+// Rows that only two edges cross: nearly all rows of nearly all polygons.
+template <class Pixel>
+void fill_between(const Surface<Pixel> &s, const PolygonEdge &a, const PolygonEdge &b,
+                  RowRange rows) {
+  Pixel *row = s.at(0, rows.first);
+  for (int32_t y = rows.first; y <= rows.last; ++y, row += s.pitch) {
+    const int32_t xa = crossing(a, y);
+    const int32_t xb = crossing(b, y);
+    const int32_t x1 = std::max(std::min(xa, xb), s.box.x1);
+    const int32_t x2 = std::min(std::max(xa, xb), s.box.x2);
+    if (x1 <= x2) fill_run(row + x1, static_cast<size_t>(x2 - x1) + 1, s.ink);
+  }
+}
+
+// Rows that any number of edges cross, those of `active` in its order.
+template <class Pixel>
+void fill_among(const Surface<Pixel> &s, const PolygonEdge *edges, const int32_t *active,
+                int32_t count, RowRange rows) {
+  const int32_t kept = std::min(count, max_crossings);
+  for (int32_t y = rows.first; y <= rows.last; ++y) {
+    int32_t crossings[max_crossings];
+    for (int32_t i = 0; i < kept; ++i)
+      crossings[i] = crossing(edges[active[i]], y);
+    sort_crossings(crossings, kept);
+    fill_pairs(s, crossings, kept, y);
+  }
+}
+
+// Fills the rows from edges sorted by their first row, band by band: rows that the same edges
+// cross. With `in_edge_order`, a row's edges are visited in the order of the polygon, which decides
+// what is dropped where a row has too many.
 template <class Pixel>
 void sweep(const Surface<Pixel> &s, const PolygonEdge *edges, int32_t count, int32_t *active,
            RowRange rows, bool in_edge_order) {
   int32_t waiting = 0;
   int32_t crossed = 0;
-  for (int32_t y = rows.first; y <= rows.last; ++y) {
-    const int32_t before = waiting;
-    while (waiting < count && edges[waiting].first <= y)
-      active[crossed++] = waiting++;
-    if (in_edge_order && waiting > before) {
+  int64_t y = rows.first;
+  while (y <= rows.last) {
+    int32_t kept = 0;
+    for (int32_t i = 0; i < crossed; ++i) {
+      if (edges[active[i]].last >= y) active[kept++] = active[i];
+    }
+    crossed = kept;
+    for (; waiting < count && edges[waiting].first <= y; ++waiting) {
+      if (edges[waiting].last >= y) active[crossed++] = waiting;
+    }
+    if (in_edge_order) {
       std::sort(active, active + crossed,
                 [&](int32_t a, int32_t b) { return edges[a].order < edges[b].order; });
     }
-    int32_t crossings[max_crossings];
-    int32_t found = 0;
-    int32_t kept = 0;
-    for (int32_t i = 0; i < crossed; ++i) {
-      const PolygonEdge &e = edges[active[i]];
-      if (e.last < y) continue;
-      active[kept++] = active[i];
-      if (found < max_crossings) crossings[found++] = crossing(e, y);
+    RowRange band = {static_cast<int32_t>(y), rows.last};
+    if (waiting < count) band.last = std::min(band.last, edges[waiting].first - 1);
+    for (int32_t i = 0; i < crossed; ++i)
+      band.last = std::min(band.last, edges[active[i]].last);
+    if (crossed == 2) {
+      fill_between(s, edges[active[0]], edges[active[1]], band);
+    } else if (crossed > 2) {
+      fill_among(s, edges, active, crossed, band);
+    } else if (crossed == 0 && waiting == count) {
+      return;
     }
-    crossed = kept;
-    sort_crossings(crossings, found);
-    fill_pairs(s, crossings, found, y);
-    if (y == INT32_MAX) return;
+    y = static_cast<int64_t>(band.last) + 1;
   }
 }
 
