@@ -9,9 +9,10 @@
  * written as 0; a rectangle without pixels gives a file with those numbers in its header and no
  * pixels. All arguments are passed by reference.
  *
- * Statuses of all writers: 0 done; -1 the file cannot be opened, or nothing was ever drawn; -2 no
- * memory; -9 there is no such device in this library, and no file was touched. A full disk is not
- * noticed. After a failure the file stays with what was written so far.
+ * Statuses of all writers: 0 done; -1 the file cannot be opened, or there is no drawing record yet
+ * (qqvini makes it), and no file was touched; -2 no memory; -9 there is no such device in this
+ * library, and no file was touched. A full disk is not noticed: the file is short and the status 0.
+ * After a failure the file stays with what was written so far.
  */
 #ifndef QUORIX_IMAGEOUT_H
 #define QUORIX_IMAGEOUT_H
@@ -41,18 +42,22 @@ QUORIX_API int32_t qqpppm(const char *file, const int32_t *device, const int32_t
  *
  * target   colours >= 0: name of the file, replaced if it exists; colours < 0: memory
  * device   negative: true colour (colour type 2); positive: indexed (colour type 3)
- * order    1 on a host that stores the low byte first, such as every x86
+ * order    1 on a host that stores the low byte first, such as every x86; another value leaves all
+ *          words of the stream in the host's order
  * width    size in pixels; negative: with a tRNS chunk, which makes white transparent in a true
  *          colour picture and palette entry 0 in an indexed one
  * height   size in pixels; negative: the device holds true colours, so an indexed picture gets a
  *          palette of up to 256 colours that is computed from them
  * palette  |colours| words 0xRRGGBB, written as the palette of an indexed picture of positive
  *          height; otherwise not read
- * colours  entries of the palette chunk by absolute value; negative: write into memory
+ * colours  entries of the palette chunk by absolute value, for PNG readers from 1 to 256; negative:
+ *          write into memory. A computed palette of fewer entries is filled up with black
  * status   file: 0 done, -1, -2 and -9 as above, -3 to -5 the compressor failed (at its start, in
  *          its work, at its end).
  *          memory: on entry the room in `target` in bytes; on return the bytes of the picture, or
- *          0 if they do not fit. Room 0 stores nothing and gives the bytes needed */
+ *          0 if they do not fit or there is nothing to read. Room 0 stores nothing and gives the
+ *          bytes needed (`target` may be null then). Any other failure shows as a smaller count
+ *          than the picture needs */
 QUORIX_API int32_t qqppng(char *target, const int32_t *device, const int32_t *order,
                           const int32_t *width, const int32_t *height, const uint32_t *palette,
                           const int32_t *colours, int32_t *status);

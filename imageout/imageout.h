@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+//
+// What the image writers share, grouped by file. The quantiser has a header of its own.
+//
+// Every writer goes the same way: it finds its source (before it touches a file), opens the file,
+// writes what comes before the pixels, asks for memory, reads, writes the pixels. No result of a
+// write is looked at. What a writer needs besides is between it and its format.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/memory.h"
+#include "quorix/device.h"
+#include "quorix/output_context.h"
+
+namespace quorix {
+
+enum WriterStatus : int32_t {
+  writer_done = 0,
+  writer_no_file = -1,  // also where nothing was ever drawn
+  writer_no_memory = -2,
+  writer_no_device = -9,
+};
+
+// ---- image_clip.cpp
+
+struct ImageClip {
+  int32_t x, y, width, height;
+  int32_t enabled;
+};
+
+// In force for all writers until qqpclp changes it; none of them does.
+extern ImageClip image_clip;
+
+// The pixels to be written. Sizes are as the caller gave them: 0 and below mean no pixels at all,
+// and the absolute value of the smallest integer needs the wider type.
+struct PictureArea {
+  int32_t x, y;
+  int64_t width, height;
+};
+
+PictureArea picture_area(int32_t width, int32_t height);
+
+inline bool has_pixels(const PictureArea &area) {
+  return area.width > 0 && area.height > 0;
+}
+
+// A size as file headers have it, in 32 bits.
+inline int32_t header_size(int64_t size) {
+  return static_cast<int32_t>(size);
+}
+
+// ---- picture_source.cpp
+
+enum class Samples : uint8_t { index, rgb };  // one or three bytes per pixel
+
+inline size_t bytes_per_pixel(Samples samples) {
+  return samples == Samples::rgb ? 3 : 1;
+}
+
+// How a picture travels from the device into a file that knows palettes.
+enum class PixelPath : uint8_t {
+  true_colour,  // RGB all the way
+  indexed,      // the device's indices with the caller's palette
+  quantised,    // read as RGB, a palette is computed
+};
+
+// A negative device number asks for true colour; a negative height says that the device holds true
+// colours.
+PixelPath pixel_path(int32_t device, int32_t height);
+
+struct PictureSource {
+  OutputContext *context;
+  const Device *device;
+  PictureArea area;
+};
+
+// The source for the arguments that all writers have. writer_no_file where there is no drawing
+// record, writer_no_device where no device answers to the number; then nothing may be written.
+WriterStatus find_source(PictureSource *source, int32_t device, int32_t width, int32_t height);
+
+// The size of the whole picture; false if it does not fit.
+bool picture_bytes(const PictureSource &source, Samples samples, size_t *bytes);
+
+// One row, counted from the top of the area, into bytes_per_pixel * width bytes. The picture fits.
+void read_picture_row(const PictureSource &source, int64_t row, Samples samples, uint8_t *pixels);
+
+// The whole picture, `bytes` of it, rows from the top without padding; empty if there is no memory
+// for it. To be called only where there are pixels.
+OwnedArray<uint8_t> read_picture(const PictureSource &source, Samples samples, size_t *bytes);
+
+}  // namespace quorix
