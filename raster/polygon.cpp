@@ -310,7 +310,13 @@ template int32_t fill_polygon_plainly(const RgbaSurface &, const double *, const
 
 void fill_polygon(const OutputContext *context, const double *xs, const double *ys, int32_t n,
                   int32_t *status) {
-  *status = 0;
+  if (!has_raster(context)) {
+    // The status speaks of the polygon and the clip rectangle, so it needs no pixels.
+    PaletteSurface nowhere = make_surface<uint8_t>(context, 0);
+    nowhere.page = nowhere.box = {0, 0, -1, -1};
+    *status = fill_polygon(nowhere, xs, ys, n);
+    return;
+  }
   with_surface(context, [&](const auto &s) { *status = fill_polygon(s, xs, ys, n); });
 }
 
