@@ -32,7 +32,7 @@ class Programs(unittest.TestCase):
     def compile_by_pkg_config(self, folder, *options):
         paths = [str(LIB / "pkgconfig")]
         if WINDOWS:
-            paths += [f"{CONFIG['find_root']}/lib/pkgconfig", f"{CONFIG['find_root']}/share/pkgconfig"]
+            paths += [f"{CONFIG['cross_root']}/lib/pkgconfig", f"{CONFIG['cross_root']}/share/pkgconfig"]
         variable = "PKG_CONFIG_LIBDIR" if WINDOWS else "PKG_CONFIG_PATH"
         environment = dict(os.environ, **{variable: ":".join(paths)})
         flags = run("pkg-config", *options, "--cflags", "--libs", "quorix", env=environment).split()
