@@ -2,6 +2,8 @@
 //
 // Antialiased lines of width 1 on an RGBA raster: in each column (or row) of a segment the two
 // pixels beside the ideal line share the colour by their distance to it.
+#include <emmintrin.h>
+
 #include <cstdlib>
 
 #include "platform/numbers.h"
@@ -12,29 +14,53 @@ namespace quorix {
 
 namespace {
 
-// The colour of the pen, as the blending needs it.
+// The colour of the pen, as the blending needs it: red and green, and blue twice.
 struct Blend {
-  double r, g, b;
+  __m128d rg, bb;
   uint32_t alpha;  // in the high byte
 };
 
 Blend blend_of(uint32_t ink) {
-  return {static_cast<double>(ink & 255), static_cast<double>(ink >> 8 & 255),
-          static_cast<double>(ink >> 16 & 255), ink & 0xFF000000U};
+  const __m128i rg = _mm_setr_epi32(ink & 255, ink >> 8 & 255, 0, 0);
+  return {_mm_cvtepi32_pd(rg), _mm_set1_pd(static_cast<double>(ink >> 16 & 255)),
+          ink & 0xFF000000U};
 }
 
-// Not clamped: just above the page and left of it, where truncation rounds up, weights lie outside
-// 0 to 1 and a component keeps the low byte of what comes out.
-uint32_t blend_component(uint32_t old, double wanted, double weight) {
-  const double value = static_cast<double>(old);
-  return static_cast<uint32_t>(static_cast<int32_t>(value + (wanted - value) * weight + 0.5)) & 255;
+// trunc(old + (wanted - old) * weight + 0.5) in two lanes.
+inline __m128i blend_lanes(__m128d old, __m128d wanted, __m128d weight) {
+  const __m128d mixed = _mm_add_pd(old, _mm_mul_pd(_mm_sub_pd(wanted, old), weight));
+  return _mm_cvttpd_epi32(_mm_add_pd(mixed, _mm_set1_pd(0.5)));
 }
 
-void blend_pixel(uint32_t *pixel, const Blend &c, double weight) {
-  const uint32_t old = *pixel;
-  *pixel = blend_component(old & 255, c.r, weight) |
-           blend_component(old >> 8 & 255, c.g, weight) << 8 |
-           blend_component(old >> 16 & 255, c.b, weight) << 16 | c.alpha;
+struct PixelPair {
+  uint32_t far, near;
+};
+
+// The two pixels beside the line: the far one takes the colour by the weight f, the near one by
+// 1 - f. Their six components are computed in doubles, as three pairs of lanes.
+//
+// Nothing is clamped: just above the page and left of it, where truncation rounds up, weights lie
+// outside 0 to 1, and a component keeps the low byte of what comes out.
+inline PixelPair blend_pair(PixelPair old, const Blend &c, double f) {
+  const __m128i zero = _mm_setzero_si128();
+  const __m128i bytes =
+      _mm_setr_epi32(static_cast<int32_t>(old.far), static_cast<int32_t>(old.near), 0, 0);
+  const __m128i words = _mm_unpacklo_epi8(bytes, zero);
+  const __m128i far = _mm_unpacklo_epi16(words, zero);   // r g b a
+  const __m128i near = _mm_unpackhi_epi16(words, zero);  // r g b a
+  const __m128d weights = _mm_setr_pd(f, 1.0 - f);
+  const __m128i far_rg = blend_lanes(_mm_cvtepi32_pd(far), c.rg, _mm_unpacklo_pd(weights, weights));
+  const __m128i near_rg =
+      blend_lanes(_mm_cvtepi32_pd(near), c.rg, _mm_unpackhi_pd(weights, weights));
+  const __m128i blues = blend_lanes(_mm_cvtepi32_pd(_mm_unpackhi_epi32(far, near)), c.bb, weights);
+  const __m128i low_bytes = _mm_set1_epi32(255);
+  const __m128i new_far = _mm_and_si128(_mm_unpacklo_epi64(far_rg, blues), low_bytes);
+  const __m128i new_near =
+      _mm_and_si128(_mm_unpacklo_epi64(near_rg, _mm_srli_epi64(blues, 32)), low_bytes);
+  const __m128i packed = _mm_packus_epi16(_mm_packs_epi32(new_far, new_near), zero);
+  const auto both = static_cast<uint64_t>(_mm_cvtsi128_si64(packed));
+  return {(static_cast<uint32_t>(both) & 0x00FFFFFFU) | c.alpha,
+          (static_cast<uint32_t>(both >> 32) & 0x00FFFFFFU) | c.alpha};
 }
 
 // Both axes equally long: every pixel lies on the line.
@@ -58,10 +84,42 @@ struct SmoothWalk {
   int32_t u_low, u_high, v_low, v_high;  // the box
 };
 
-void blend_if_inside(uint32_t *base, const SmoothWalk &w, int64_t u, int64_t v, double weight,
-                     const Blend &blend) {
-  if (v < w.v_low || v > w.v_high) return;
-  blend_pixel(base + u * w.u_pitch + v * w.v_pitch, blend, weight);
+// The steps u to last, every pixel tested.
+void draw_guarded(uint32_t *base, const SmoothWalk &w, const Blend &blend, int64_t u, int64_t last,
+                  double v) {
+  for (; u <= last; ++u) {
+    v += w.slope;
+    const int64_t i = to_int32(v);
+    const bool far_inside = i + 1 >= w.v_low && i + 1 <= w.v_high;
+    const bool near_inside = i >= w.v_low && i <= w.v_high;
+    if (!far_inside && !near_inside) continue;
+    uint32_t *near = base + u * w.u_pitch + i * w.v_pitch;
+    uint32_t *far = near + w.v_pitch;
+    const PixelPair pair = blend_pair({far_inside ? *far : 0, near_inside ? *near : 0}, blend,
+                                      v - static_cast<double>(i));
+    if (far_inside) *far = pair.far;
+    if (near_inside) *near = pair.near;
+  }
+}
+
+// The same where both pixels of every step are known to lie in the box.
+void draw_unguarded(uint32_t *base, const SmoothWalk &w, const Blend &blend, int64_t u,
+                    int64_t last, double v) {
+  // Steep lines touch a new row, far away in memory, with every step.
+  constexpr int32_t steps_ahead = 8;
+  const ptrdiff_t ahead =
+      steps_ahead * w.u_pitch + static_cast<ptrdiff_t>(steps_ahead * w.slope) * w.v_pitch;
+  uint32_t *column = base + u * w.u_pitch;
+  for (; u <= last; ++u, column += w.u_pitch) {
+    v += w.slope;
+    const auto i = static_cast<int32_t>(v);
+    uint32_t *near = column + i * w.v_pitch;
+    uint32_t *far = near + w.v_pitch;
+    __builtin_prefetch(near + ahead, 1);
+    const PixelPair pair = blend_pair({*far, *near}, blend, v - i);
+    *far = pair.far;
+    *near = pair.near;
+  }
 }
 
 void draw_smooth_walk(uint32_t *base, const SmoothWalk &w, const Blend &blend) {
@@ -69,13 +127,17 @@ void draw_smooth_walk(uint32_t *base, const SmoothWalk &w, const Blend &blend) {
   const int64_t last = std::min<int64_t>(static_cast<int64_t>(w.u1) - 1, w.u_high);
   // The position adds up step by step, also before the box: a product would round differently.
   const int64_t before = std::max<int64_t>(w.u_low - u, 0);
-  double v = repeated_sum(w.v, w.slope, before);
-  for (u += before; u <= last; ++u) {
-    v += w.slope;
-    const int32_t i = to_int32(v);
-    const double f = v - i;
-    blend_if_inside(base, w, u, static_cast<int64_t>(i) + 1, f, blend);
-    blend_if_inside(base, w, u, i, 1.0 - f, blend);
+  const double v = repeated_sum(w.v, w.slope, before);
+  u += before;
+  if (u > last) return;
+  // Where the walk ends, with a pixel of margin for what rounding adds up to.
+  const double end = v + w.slope * static_cast<double>(last - u + 1);
+  const double low = std::min(v, end) - 1.0;
+  const double high = std::max(v, end) + 2.0;
+  if (low >= w.v_low && low >= 0.0 && high <= w.v_high) {
+    draw_unguarded(base, w, blend, u, last, v);
+  } else {
+    draw_guarded(base, w, blend, u, last, v);
   }
 }
 
