@@ -36,7 +36,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
   }
 
   void Finalize() override {
-    std::printf("%-34s %-14s %12s %8s\n", "workload", "contender", "CPU ms", "x");
+    std::printf("%-40s %-16s %12s %8s\n", "workload", "contender", "CPU ms", "x");
     for (auto &[workload, all] : best_) {
       std::sort(all.begin(), all.end(),
                 [](const Best &a, const Best &b) { return a.seconds < b.seconds; });
@@ -63,7 +63,7 @@ class RatioReporter : public benchmark::BenchmarkReporter {
       if (peer && (fastest == 0.0 || b.seconds < fastest)) fastest = b.seconds;
     }
     for (const Best &b : all) {
-      std::printf("%-34s %-14s %12.4f", workload.c_str(), b.contender.c_str(), b.seconds * 1e3);
+      std::printf("%-40s %-16s %12.4f", workload.c_str(), b.contender.c_str(), b.seconds * 1e3);
       if (fastest > 0.0) std::printf(" %8.2f", b.seconds / fastest);
       std::printf("\n");
     }

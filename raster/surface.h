@@ -94,6 +94,10 @@ void store_word(void *to, Word word) {
   std::memcpy(to, &word, sizeof(word));
 }
 
+// For at least `long_run` pixels; fill_long_run.cpp.
+inline constexpr size_t long_run = 64;
+void fill_long_run(uint32_t *to, size_t count, uint32_t ink);
+
 inline void fill_run(uint32_t *to, size_t count, uint32_t ink) {
   typedef uint32_t Quad __attribute__((vector_size(16)));
   if (count < 4) {
@@ -106,6 +110,7 @@ inline void fill_run(uint32_t *to, size_t count, uint32_t ink) {
     }
     return;
   }
+  if (count >= long_run) return fill_long_run(to, count, ink);
   const Quad quad = {ink, ink, ink, ink};
   uint32_t *const last = to + count - 4;
   for (; to < last; to += 4)
