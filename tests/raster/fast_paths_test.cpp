@@ -1,0 +1,280 @@
+// SPDX-License-Identifier: MIT
+//
+// The parts that make the raster fast, each against the plain form of the same thing: runs of
+// pixels, steps of a segment, sums skipped over, the polygon sweep, the colour cache.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "quorix/quorix.h"
+#include "raster/raster.h"
+#include "raster/repeated_sum.h"
+#include "raster/segment_walk.h"
+
+namespace quorix {
+namespace {
+
+using Random = std::mt19937_64;
+
+int32_t between(Random &random, int32_t low, int32_t high) {
+  const auto range = static_cast<uint64_t>(static_cast<int64_t>(high) - low) + 1;
+  return static_cast<int32_t>(low + static_cast<int64_t>(random() % range));
+}
+
+template <class Pixel>
+void expect_runs_of_every_length(Pixel ink) {
+  constexpr size_t longest = 300;
+  constexpr size_t margin = 40;
+  for (size_t start = 0; start < 16; ++start) {
+    for (size_t count = 1; count <= longest; ++count) {
+      std::vector<Pixel> page(longest + 2 * margin, Pixel{7});
+      std::vector<Pixel> wanted = page;
+      for (size_t i = 0; i < count; ++i)
+        wanted[start + i] = ink;
+      fill_run(page.data() + start, count, ink);
+      ASSERT_EQ(page, wanted) << "start " << start << ", count " << count;
+    }
+  }
+}
+
+TEST(FillRun, SetsItsBytesAndNoOthers) {
+  expect_runs_of_every_length<uint8_t>(201);
+}
+
+TEST(FillRun, SetsItsWordsAndNoOthers) {
+  expect_runs_of_every_length<uint32_t>(0x12345678);
+}
+
+// The steps as a pen would take them, one by one.
+struct Step {
+  int64_t x, y;
+};
+
+std::vector<Step> plain_steps(int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
+  const int64_t dx = std::abs(static_cast<int64_t>(x1) - x0);
+  const int64_t dy = std::abs(static_cast<int64_t>(y1) - y0);
+  std::vector<Step> steps;
+  Step at = {x0, y0};
+  const bool y_major = dx <= dy;
+  const int64_t longer = y_major ? dy : dx;
+  const int64_t shorter = y_major ? dx : dy;
+  int64_t error = -(longer / 2);
+  for (int64_t i = 0; i <= longer; ++i) {
+    steps.push_back(at);
+    const bool moves = (error += shorter) > 0;
+    if (moves) error -= longer;
+    if (y_major || moves) at.y += y1 > y0 ? 1 : -1;
+    if (!y_major || moves) at.x += x1 > x0 ? 1 : -1;
+  }
+  return steps;
+}
+
+TEST(SegmentWalk, FindsTheStepsWithinARectangle) {
+  Random random(1);
+  for (int32_t round = 0; round < 20000; ++round) {
+    const int32_t reach = round % 3 == 0 ? 12 : 200;
+    const int32_t x0 = between(random, -reach, reach);
+    const int32_t y0 = between(random, -reach, reach);
+    const int32_t x1 = between(random, -reach, reach);
+    const int32_t y1 = between(random, -reach, reach);
+    if (x0 == x1 || y0 == y1) continue;
+    Rect r = {between(random, -60, 60), between(random, -60, 60), 0, 0};
+    r.x2 = r.x1 + between(random, -1, 60);
+    r.y2 = r.y1 + between(random, -1, 60);
+    const int32_t shift = between(random, -2, 2);
+    const SegmentWalk w = walk_segment(x0, y0, x1, y1);
+    const StepRange range = steps_within(w, r, shift);
+    const std::vector<Step> steps = plain_steps(x0, y0, x1, y1);
+    for (size_t k = 0; k < steps.size(); ++k) {
+      const auto step = static_cast<int64_t>(k);
+      const int64_t x = steps[k].x + (w.x_major ? 0 : shift);
+      const int64_t y = steps[k].y + (w.x_major ? shift : 0);
+      ASSERT_EQ(contains(r, x, y), step >= range.first && step <= range.last)
+          << "round " << round << ", step " << k;
+      const int64_t minor = w.v + w.v_step * minor_moves(w, step);
+      ASSERT_EQ(minor, w.x_major ? steps[k].y : steps[k].x);
+    }
+  }
+}
+
+// From one end of the integers to the other the products just fit.
+TEST(SegmentWalk, StaysExactOverTheWholeRangeOfCoordinates) {
+  const SegmentWalk w = walk_segment(INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX - 1);
+  EXPECT_TRUE(w.x_major);
+  EXPECT_EQ(w.du, 4294967295U);
+  EXPECT_EQ(w.dv, 4294967294U);
+  EXPECT_EQ(minor_moves(w, 4294967295LL), 4294967294LL);
+  // After k steps the minor coordinate has moved ceil(k - (k + du / 2) / du) times: k times while
+  // k < du - du / 2 = 2^31, which is where the major one reaches 0, and k - 1 times from there on.
+  const StepRange page = steps_within(w, {0, 0, 99, 99});
+  EXPECT_EQ(w.u + page.first, 1);
+  EXPECT_EQ(w.v + minor_moves(w, page.first), 0);
+  EXPECT_EQ(w.u + page.last, 99);
+}
+
+TEST(RepeatedSum, IsTheSumOfItsStepsToTheLastBit) {
+  Random random(2);
+  for (int32_t round = 0; round < 3000; ++round) {
+    const double value = std::ldexp(between(random, -1000000, 1000000), between(random, -20, 20));
+    const double step = std::ldexp(between(random, -1000000, 1000000), between(random, -30, 10));
+    const int32_t count = between(random, 0, 20000);
+    double sum = value;
+    for (int32_t i = 0; i < count; ++i)
+      sum += step;
+    ASSERT_EQ(repeated_sum(value, step, count), sum)
+        << value << " + " << count << " times " << step;
+  }
+}
+
+TEST(RepeatedSum, SettlesTiesAsSingleStepsDo) {
+  // Around 2^53 the grid is 1 or 2, so that a step of 1.5 or 1 ends half way between two numbers.
+  const double big = 9007199254740992.0;
+  for (const double start : {big, big + 2, big - 3, -big, -big + 1}) {
+    for (const double step : {1.0, 1.5, -1.0, -1.5, 0.5, -0.5, 3.0}) {
+      double sum = start;
+      for (int32_t i = 0; i < 5000; ++i)
+        sum += step;
+      ASSERT_EQ(repeated_sum(start, step, 5000), sum) << start << " by " << step;
+    }
+  }
+}
+
+TEST(RepeatedSum, TakesValuesThatAreNoNumbers) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const double infinity = std::numeric_limits<double>::infinity();
+  EXPECT_TRUE(std::isnan(repeated_sum(nan, 1.0, 1000)));
+  EXPECT_TRUE(std::isnan(repeated_sum(1.0, nan, 1000)));
+  EXPECT_EQ(repeated_sum(1.0, infinity, 1000), infinity);
+  EXPECT_EQ(repeated_sum(5.0, 0.0, 1LL << 40), 5.0);
+}
+
+// ---- Polygons, on pages large enough for long runs
+
+class FillPolygon : public testing::TestWithParam<int32_t> {
+ protected:
+  static constexpr int32_t width = 500;
+  static constexpr int32_t height = 300;
+
+  void TearDown() override { qqwfree(); }
+
+  // What a filler draws on an empty page.
+  template <class Fill>
+  std::vector<uint8_t> drawn(Fill fill) {
+    int32_t w = width;
+    int32_t h = height;
+    int32_t status = 0;
+    qqvini(GetParam(), 1, &w, &h, 1, &status);
+    qqvclr(0x01A0B0C0);
+    fill();
+    const size_t bytes = static_cast<size_t>(width) * height * (GetParam() < 0 ? 4 : 1);
+    return std::vector<uint8_t>(output_context->raster, output_context->raster + bytes);
+  }
+
+  void expect_like_plain(const std::vector<double> &xs, const std::vector<double> &ys) {
+    const auto n = static_cast<int32_t>(xs.size());
+    int32_t status = 0;
+    int32_t plain_status = 0;
+    const auto fast = drawn([&] { qqvpol(xs.data(), ys.data(), &n, &status); });
+    const auto plain = drawn([&] {
+      with_surface(output_context, [&](const auto &s) {
+        plain_status = fill_polygon_plainly(s, xs.data(), ys.data(), n);
+      });
+    });
+    ASSERT_EQ(status, plain_status);
+    ASSERT_EQ(fast, plain);
+  }
+};
+
+TEST_P(FillPolygon, IsLikeLookingAtEveryEdgeInEveryRow) {
+  Random random(3);
+  for (int32_t round = 0; round < 400; ++round) {
+    const int32_t n = round % 10 == 0 ? between(random, 90, 400) : between(random, 1, 12);
+    std::vector<double> xs;
+    std::vector<double> ys;
+    for (int32_t i = 0; i < n; ++i) {
+      // Sixteenths make many crossings fall on x.5 exactly, where a reciprocal is in doubt.
+      xs.push_back(between(random, -1600, 9600) / 16.0);
+      ys.push_back(between(random, -1600, 6400) / 16.0);
+    }
+    expect_like_plain(xs, ys);
+  }
+}
+
+TEST_P(FillPolygon, IsLikeItFarOffThePageAndNearlyFlat) {
+  Random random(4);
+  for (int32_t round = 0; round < 300; ++round) {
+    std::vector<double> xs;
+    std::vector<double> ys;
+    for (int32_t i = 0; i < 5; ++i) {
+      xs.push_back(std::ldexp(between(random, -1000, 1000), between(random, -3, 22)));
+      ys.push_back(150 + std::ldexp(between(random, -1000, 1000), between(random, -20, 3)));
+    }
+    expect_like_plain(xs, ys);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Modes, FillPolygon, testing::Values(1, -1));
+
+// ---- Colours
+
+// The search as it is told, entry by entry.
+int32_t plain_nearest(const OutputContext *context, int32_t r, int32_t g, int32_t b) {
+  const int32_t count = context->palette_kind == 0 ? 9 : context->palette_kind == 7 ? 16 : 256;
+  for (const int32_t ends : {0, 255}) {
+    if (r != ends || g != ends || b != ends) continue;
+    for (const int32_t i : {0, count - 1}) {
+      if (context->palette_r[i] == ends && context->palette_g[i] == ends &&
+          context->palette_b[i] == ends) {
+        return i;
+      }
+    }
+  }
+  int32_t best = 1000;
+  int32_t index = 0;
+  for (int32_t k = 0; k < count; ++k) {
+    const int32_t i = b < 1 ? count - 1 - k : k;
+    const int32_t distance = std::abs(r - context->palette_r[i]) +
+                             std::abs(g - context->palette_g[i]) +
+                             std::abs(b - context->palette_b[i]);
+    if (distance < best) {
+      best = distance;
+      index = i;
+    }
+    if (distance == 0) break;
+  }
+  return index;
+}
+
+TEST(ColourSearch, IsTheSearchEntryByEntryAlsoThroughTheCache) {
+  Random random(5);
+  int32_t width = 1;
+  qqwwid(26, &width, 1);  // makes the record
+  for (int32_t round = 0; round < 60; ++round) {
+    std::vector<uint32_t> table(256);
+    // Few different entries, so that ties are common.
+    for (uint32_t &word : table)
+      word = static_cast<uint32_t>(random() % 5) * 0x3F3F3F;
+    if (round % 3 == 0) {
+      for (uint32_t &word : table)
+        word = static_cast<uint32_t>(random() & 0xFFFFFF);
+    }
+    qqvvlt(static_cast<uint8_t>(round % 4 == 1 ? 0 : round % 4 == 2 ? 7 : 1), table.data());
+    for (int32_t i = 0; i < 2000; ++i) {
+      const auto colour = static_cast<uint32_t>(i < 8 ? (i & 1) * 0xFFFFFF : random());
+      const auto r = static_cast<uint8_t>(colour & 255);
+      const auto g = static_cast<uint8_t>(colour >> 8 & 255);
+      const auto b = static_cast<uint8_t>(i % 4 == 3 ? 0 : colour >> 16 & 255);
+      const int32_t wanted = plain_nearest(output_context, r, g, b);
+      ASSERT_EQ(nearest_colour(output_context, r, g, b), wanted);
+      ASSERT_EQ(cached_nearest_colour(output_context, r, g, b), wanted);
+    }
+  }
+  qqwfree();
+}
+
+}  // namespace
+}  // namespace quorix
