@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Index sort of three values. The comparisons stand as they are so that equal values, and NaN,
-// which fails every one of them, have one defined order.
+// which fails every one of them, have one defined order: that of the last case.
 #include "raster/raster.h"
 
 namespace quorix {
@@ -16,10 +16,10 @@ void sort3(const Value *v, int32_t *first, int32_t *second, int32_t *third) {
     *third = k;
   };
   if (v[0] < v[1]) {
-    if (!(v[2] > v[0])) return order(2, 0, 1);
+    if (v[2] <= v[0]) return order(2, 0, 1);
     return v[2] >= v[1] ? order(0, 1, 2) : order(0, 2, 1);
   }
-  if (!(v[2] > v[1])) return order(2, 1, 0);
+  if (v[2] <= v[1]) return order(2, 1, 0);
   return v[2] >= v[0] ? order(1, 0, 2) : order(1, 2, 0);
 }
 
