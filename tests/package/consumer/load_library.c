@@ -4,7 +4,8 @@
 #include <windows.h>
 
 /* A pointer to a function of the DLL, of the type that the header declares. */
-#define LOOK_UP(name) __typeof__(&name) my_##name = (__typeof__(&name))(void *)GetProcAddress(dll, #name)
+#define LOOK_UP(name) \
+  __typeof__(&name) my_##name = (__typeof__(&name))(void *)GetProcAddress(dll, #name)
 
 int main(int argc, char **argv) {
   int32_t w = 6, h = 3, white = 1, status = 1;
