@@ -57,8 +57,7 @@ void exponent_to_e(char *text) {
 int32_t read_int_token(const char *text, int32_t index) {
   if (index < 1) return 0;
   const char *next = find_token(text, index);
-  const bool negative = *next == '-';
-  if (*next == '-' || *next == '+') ++next;
+  const bool negative = *next == '-';  // passed over below like whatever is no digit
   uint32_t number = 0;
   for (; !ends_number(*next); ++next) {
     if (*next >= '0' && *next <= '9') number = number * 10 + static_cast<uint32_t>(*next - '0');

@@ -202,6 +202,19 @@ TEST(ByteSource, FailsOnAJumpBeyondTheEndAndStandsOnTheEndItself) {
   });
 }
 
+TEST(ByteSource, FindsItsPlaceAgainAfterJumpsWithoutAReadBetween) {
+  const Bytes bytes = some_bytes(4 * source_buffer_size);
+  on_both(bytes, [&](ByteSource *source) {
+    EXPECT_EQ(read_u8(source), bytes[0]);
+    seek_source(source, 3 * source_buffer_size);
+    seek_source(source, 0);
+    EXPECT_EQ(read_u8(source), bytes[0]);
+    skip_bytes(source, 2 * source_buffer_size);
+    seek_source(source, source_position(*source) - 1);
+    EXPECT_EQ(read_u8(source), bytes[2 * source_buffer_size]);
+  });
+}
+
 // A small format with every kind of read; the second value tells where its number ends.
 using Values = std::vector<std::pair<uint64_t, size_t>>;
 
@@ -269,6 +282,7 @@ TEST(ByteSource, FailsWhateverCallOfTheSystemFails) {
       break;
     }
     EXPECT_EQ(open, n > 3) << "open, seek and tell come first";
+    if (!open) EXPECT_EQ(failing.open_files(), 0U);
     EXPECT_LT(count, place.size());
     EXPECT_EQ(Bytes(place.begin(), place.begin() + static_cast<ptrdiff_t>(count)),
               Bytes(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(count)));
