@@ -282,7 +282,9 @@ TEST(ByteSource, FailsWhateverCallOfTheSystemFails) {
       break;
     }
     EXPECT_EQ(open, n > 3) << "open, seek and tell come first";
-    if (!open) EXPECT_EQ(failing.open_files(), 0U);
+    if (!open) {
+      EXPECT_EQ(failing.open_files(), 0U);
+    }
     EXPECT_LT(count, place.size());
     EXPECT_EQ(Bytes(place.begin(), place.begin() + static_cast<ptrdiff_t>(count)),
               Bytes(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(count)));
