@@ -104,7 +104,7 @@ TEST_F(Polyline, AHundredAndFiftyCallsDrawHundredPointsAndThenFiftyOne) {
   qqvdrw(0, 0, 3);
   draw_zigzag(1, 98);
   EXPECT_EQ(output_context->poly_count, 99);
-  EXPECT_EQ(picture_without_flush(), rows({std::string(160, '.'), std::string(160, '.')}));
+  EXPECT_EQ(picture_without_flush(), rows({row(160), row(160)}));
   draw_zigzag(99, 99);  // the hundredth point draws all, and is the first of the next hundred
   EXPECT_EQ(output_context->poly_count, 1);
   EXPECT_EQ(output_context->poly_pen_up, 1);
@@ -135,11 +135,10 @@ TEST_F(Polyline, AFullAccumulatorLeavesThePenUpAtItsLastPoint) {
   qqvdrw(0, 0, 3);
   draw_zigzag(1, 99);
   qqvers();
-  EXPECT_EQ(picture(), rows({std::string(160, '.'), std::string(160, '.')}));
+  EXPECT_EQ(picture(), rows({row(160), row(160)}));
   qqvdrw(99, 1, 2);  // the same point again: a dot
   EXPECT_EQ(output_context->poly_pen_up, 0);
-  EXPECT_EQ(picture(),
-            rows({std::string(160, '.'), std::string(99, '.') + '1' + std::string(60, '.')}));
+  EXPECT_EQ(picture(), rows({row(160), row(160, 99, 99)}));
 }
 
 // ---- Who draws what is gathered

@@ -106,6 +106,18 @@ std::string rows(const std::vector<std::string> &lines) {
   return text;
 }
 
+std::string row(int32_t width, int32_t first, int32_t last) {
+  std::string text(static_cast<size_t>(width), '.');
+  for (int32_t x = first; x <= last; x++)
+    text[static_cast<size_t>(x)] = '1';
+  return text;
+}
+
+std::string row_at(int32_t y) {
+  const size_t length = static_cast<size_t>(output_context->width) + 1;
+  return picture().substr(static_cast<size_t>(y) * length, length - 1);
+}
+
 int32_t index_at(int32_t x, int32_t y) {
   flush_lines();
   return first_byte()[y * output_context->stride + x];

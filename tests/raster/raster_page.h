@@ -46,6 +46,10 @@ std::string picture();
 std::string picture_without_flush();
 // Rows of a picture, each ended as picture() ends them.
 std::string rows(const std::vector<std::string> &lines);
+// A row of a palette page: background, but 1 from `first` to `last`. Without them all background.
+std::string row(int32_t width, int32_t first = 0, int32_t last = -1);
+// Row y of picture().
+std::string row_at(int32_t y);
 
 // One pixel: its index, or "rrggbbaa" in hexadecimal digits.
 int32_t index_at(int32_t x, int32_t y);
