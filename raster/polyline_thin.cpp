@@ -39,11 +39,10 @@ void draw_steps(const Surface<Pixel> &s, const SegmentWalk &w, StepRange range, 
   const int64_t u = w.u + w.u_step * range.first;
   const int64_t v = w.v + shift + w.v_step * moves;
   const int64_t steps = range.last - range.first + 1;
-  if (w.x_major) {
-    run_steps(s.at(u, v), ptrdiff_t{w.u_step}, w.v_step * s.pitch, steps, error, w, s.ink);
-  } else {
-    run_steps(s.at(v, u), w.u_step * s.pitch, ptrdiff_t{w.v_step}, steps, error, w, s.ink);
-  }
+  const ptrdiff_t u_pitch = w.x_major ? 1 : s.pitch;
+  const ptrdiff_t v_pitch = w.x_major ? s.pitch : 1;
+  run_steps(s.base + u * u_pitch + v * v_pitch, w.u_step * u_pitch, w.v_step * v_pitch, steps,
+            error, w, s.ink);
 }
 
 // Whether all points lie in a rectangle.
@@ -153,12 +152,11 @@ namespace {
 // As walk_segment, but from the end whose major coordinate is smaller.
 SegmentWalk walk_forward(int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
   SegmentWalk w = walk_segment(x0, y0, x1, y1);
-  if (w.u_step < 0) {
-    w.u = w.x_major ? x1 : y1;
-    w.v = w.x_major ? y1 : x1;
-    w.u_step = 1;
-    w.v_step = -w.v_step;
-  }
+  const bool turned = w.u_step < 0;  // as likely as not, so nothing branches on it
+  w.u = turned ? (w.x_major ? x1 : y1) : w.u;
+  w.v = turned ? (w.x_major ? y1 : x1) : w.v;
+  w.v_step *= w.u_step;
+  w.u_step = 1;
   return w;
 }
 
