@@ -22,7 +22,7 @@ packages_of() {
     fuzz) echo clang libclang-rt-14-dev ;;
     # What the benchmarks compare with.
     bench)
-      echo libagg-dev libcairo2-dev libimlib2-dev libgd-dev libpixman-1-dev libpng-dev
+      echo libbenchmark-dev pkgconf libagg-dev libcairo2-dev libimlib2-dev libgd-dev libpixman-1-dev libpng-dev
       echo libspng-dev libimagequant-dev qt6-base-dev libopencv-core-dev libopencv-imgproc-dev
       ;;
     *) return 1 ;;
