@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// Numbers into text, as PDF and PostScript streams need them: coordinates with two or three digits
-// after the point, and integers, by this library, by the C library and by std::to_chars.
+// Numbers into text, as PDF and PostScript streams need them, by this library, by the C library and
+// by std::to_chars: 4096 coordinates with two or three digits after the point, or integers.
 #include <benchmark/benchmark.h>
 
 #include <charconv>
@@ -21,8 +21,9 @@ std::vector<double> coordinates() {
   std::mt19937_64 random(1);
   std::uniform_real_distribution<double> place(-300.0, 900.0);
   std::vector<double> values(number_count);
-  for (double &value : values)
+  for (double &value : values) {
     value = place(random);
+  }
   return values;
 }
 
@@ -40,60 +41,60 @@ std::vector<int32_t> integers() {
 template <class Value, class Write>
 void run(benchmark::State &state, const std::vector<Value> &values, Write write) {
   char buffer[buffer_size];
-  size_t i = 0;
   for (auto _ : state) {
-    benchmark::DoNotOptimize(write(values[i], buffer));
-    benchmark::ClobberMemory();
-    i = (i + 1) % number_count;
+    for (const Value value : values) {
+      benchmark::DoNotOptimize(write(value, buffer));
+      benchmark::ClobberMemory();
+    }
   }
-  state.SetItemsProcessed(state.iterations());
 }
 
-void real_by_format_real(benchmark::State &state) {
-  const int32_t digits = static_cast<int32_t>(state.range(0));
-  run(state, coordinates(), [digits](double value, char *buffer) {
+template <int digits>
+void real_quorix(benchmark::State &state) {
+  run(state, coordinates(), [](double value, char *buffer) {
     return quorix::format_real(value, digits, buffer, buffer_size, 0);
   });
 }
 
-void real_by_to_chars(benchmark::State &state) {
-  const int digits = static_cast<int>(state.range(0));
-  run(state, coordinates(), [digits](double value, char *buffer) {
+template <int digits>
+void real_to_chars(benchmark::State &state) {
+  run(state, coordinates(), [](double value, char *buffer) {
     return std::to_chars(buffer, buffer + buffer_size, value, std::chars_format::fixed, digits).ptr;
   });
 }
 
-void real_by_snprintf(benchmark::State &state) {
-  const int digits = static_cast<int>(state.range(0));
-  run(state, coordinates(), [digits](double value, char *buffer) {
+template <int digits>
+void real_snprintf(benchmark::State &state) {
+  run(state, coordinates(), [](double value, char *buffer) {
     return std::snprintf(buffer, buffer_size, "%.*f", digits, value);
   });
 }
 
-void integer_by_format_int(benchmark::State &state) {
+void integer_quorix(benchmark::State &state) {
   run(state, integers(), [](int32_t value, char *buffer) {
     return quorix::format_int(value, buffer, buffer_size, 0, 0);
   });
 }
 
-void integer_by_to_chars(benchmark::State &state) {
+void integer_to_chars(benchmark::State &state) {
   run(state, integers(), [](int32_t value, char *buffer) {
     return std::to_chars(buffer, buffer + buffer_size, value).ptr;
   });
 }
 
-void integer_by_snprintf(benchmark::State &state) {
+void integer_snprintf(benchmark::State &state) {
   run(state, integers(),
       [](int32_t value, char *buffer) { return std::snprintf(buffer, buffer_size, "%d", value); });
 }
 
-BENCHMARK(real_by_format_real)->Arg(2)->Arg(3);
-BENCHMARK(real_by_to_chars)->Arg(2)->Arg(3);
-BENCHMARK(real_by_snprintf)->Arg(2)->Arg(3);
-BENCHMARK(integer_by_format_int);
-BENCHMARK(integer_by_to_chars);
-BENCHMARK(integer_by_snprintf);
+BENCHMARK(real_quorix<2>)->Name("reals, 2 digits/quorix");
+BENCHMARK(real_to_chars<2>)->Name("reals, 2 digits/to_chars");
+BENCHMARK(real_snprintf<2>)->Name("reals, 2 digits/snprintf");
+BENCHMARK(real_quorix<3>)->Name("reals, 3 digits/quorix");
+BENCHMARK(real_to_chars<3>)->Name("reals, 3 digits/to_chars");
+BENCHMARK(real_snprintf<3>)->Name("reals, 3 digits/snprintf");
+BENCHMARK(integer_quorix)->Name("integers/quorix");
+BENCHMARK(integer_to_chars)->Name("integers/to_chars");
+BENCHMARK(integer_snprintf)->Name("integers/snprintf");
 
 }  // namespace
-
-BENCHMARK_MAIN();

@@ -51,13 +51,30 @@ int32_t count_digits(Number number) {
   return number >= 10 ? count + 1 : count;
 }
 
+void write_pair(char *place, uint64_t pair) {
+  std::memcpy(place, digit_pairs.text + 2 * pair, 2);
+}
+
+// Writes all digits of a number so that they end before `end`; of zero there is one.
+template <class Number>
+void write_number_before(char *end, Number number) {
+  for (; number >= 100; number /= 100) {
+    end -= 2;
+    write_pair(end, number % 100);
+  }
+  if (number >= 10) {
+    write_pair(end - 2, number);
+  } else {
+    end[-1] = static_cast<char>('0' + number);
+  }
+}
+
 // Writes the last `count` digits of a number so that they end before `end`, zeros where it has
 // fewer; returns what is left of the number.
-template <class Number>
-Number write_digits_before(char *end, Number number, int32_t count) {
+uint64_t write_digits_before(char *end, uint64_t number, int32_t count) {
   for (; count >= 2; count -= 2) {
     end -= 2;
-    std::memcpy(end, digit_pairs.text + 2 * (number % 100), 2);
+    write_pair(end, number % 100);
     number /= 100;
   }
   if (count == 1) {
@@ -189,7 +206,7 @@ size_t write_real(uint64_t number, const RealLayout &layout, char *buffer) {
   number = write_digits_before(end, number, layout.fraction_digits);
   end -= layout.fraction_digits;
   if (layout.point != 0) *--end = '.';
-  write_digits_before(end, number, layout.whole_digits);
+  write_number_before(end, number);
   end -= layout.whole_digits;
   if (layout.sign != 0) *--end = '-';
   if (end != buffer) std::memset(buffer, ' ', static_cast<size_t>(end - buffer));
@@ -221,10 +238,10 @@ size_t format_int(int32_t value, char *buffer, size_t size, int32_t width, int32
       sign != 0 ? 0 - static_cast<uint32_t>(value) : static_cast<uint32_t>(value);
   // Negated in 32 bits the smallest integer stays negative, and a loop over digits ends at once.
   const int32_t count = value == INT32_MIN ? 0 : count_digits(magnitude);
-  if (width <= sign + count && size >= most_int_text) {
+  if (width <= sign + count && size >= most_int_text && count != 0) {
     buffer[0] = '-';  // the first digit replaces it if there is no sign
     char *end = buffer + sign + count;
-    write_digits_before(end, magnitude, count);
+    write_number_before(end, magnitude);
     *end = '\0';
     return static_cast<size_t>(sign + count);
   }
