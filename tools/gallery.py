@@ -9,6 +9,7 @@ its first word names a program, {data} is examples/data. Without a command, an e
 written the file. Empty lines and those that start with # are skipped.
 """
 import html
+import os
 import pathlib
 import shlex
 import shutil
@@ -84,8 +85,9 @@ def figure(gallery, file, caption, source, command):
         picture = f'<a href="{name}">{name}</a> ({size:,} bytes)'
     if not (ROOT / source).is_file():
         sys.exit(f"gallery: {file}: there is no {source}")
+    source_link = pathlib.Path(os.path.relpath(ROOT / source, gallery)).as_posix()
     return FIGURE.format(picture=picture, caption=html.escape(caption),
-                         source=html.escape(source), source_link=html.escape(f"../{source}"),
+                         source=html.escape(source), source_link=html.escape(source_link),
                          command=html.escape(command.replace("{data}", "examples/data")))
 
 
