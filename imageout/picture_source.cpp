@@ -3,7 +3,6 @@
 // Where a writer's pixels come from. What an area has beyond the device's page is the device's
 // affair (it reads as 0); here only the arithmetic has to survive any numbers.
 #include <algorithm>
-#include <cstring>
 
 #include "imageout/imageout.h"
 #include "platform/numbers.h"
@@ -40,12 +39,9 @@ static int32_t request_width(const PictureSource &source, Samples samples) {
 }
 
 void read_picture_row(const PictureSource &source, int64_t row, Samples samples, uint8_t *pixels) {
-  const int64_t y = source.area.y + row;
-  if (y > INT32_MAX) {
-    std::memset(pixels, 0, static_cast<size_t>(source.area.width) * bytes_per_pixel(samples));
-    return;
-  }
-  source.device->read_rectangle(source.context, pixels, source.area.x, static_cast<int32_t>(y),
+  // Rows beyond the largest number wrap to negative ones, which lie off every page as well.
+  const auto y = static_cast<int32_t>(source.area.y + row);
+  source.device->read_rectangle(source.context, pixels, source.area.x, y,
                                 request_width(source, samples), 1);
 }
 
