@@ -32,7 +32,7 @@ struct DigitPairs {
 
 constexpr DigitPairs make_digit_pairs() {
   DigitPairs pairs = {};
-  for (int i = 0; i < 100; ++i) {
+  for (size_t i = 0; i < 100; ++i) {
     pairs.text[2 * i] = static_cast<char>('0' + i / 10);
     pairs.text[2 * i + 1] = static_cast<char>('0' + i % 10);
   }
@@ -243,7 +243,7 @@ size_t format_int(int32_t value, char *buffer, size_t size, int32_t width, int32
     char *end = buffer + sign + count;
     write_number_before(end, magnitude);
     *end = '\0';
-    return static_cast<size_t>(sign + count);
+    return static_cast<size_t>(end - buffer);
   }
   return format_int_cut(magnitude, sign, count, {buffer, size - 1, 0}, width, zero_fill);
 }
