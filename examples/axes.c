@@ -1,0 +1,159 @@
+/* SPDX-License-Identifier: MIT
+ *
+ * Pages, pens and axes of the example programs. The font is in stroke_font.c.
+ */
+#include "axes.h"
+
+#include <math.h>
+#include <stdarg.h>
+#include <stdio.h>
+#include <stdlib.h>
+
+enum { RASTER = 101, TICK_LENGTH = 10, TICK_SIZE = 20, LABEL_SIZE = 22, TITLE_SIZE = 30 };
+
+void fail(const char *format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  vfprintf(stderr, format, arguments);
+  va_end(arguments);
+  fputc('\n', stderr);
+  exit(1);
+}
+
+static void open_raster(int page_width, int width, int height, int white) {
+  int32_t w = width, h = height, status = white;
+  qqvini(page_width, height, &w, &h, 1, &status);
+  if (status != 0) fail("no memory for a page of %d by %d pixels", width, height);
+  int32_t on = 0;
+  qqwwid(33, &on, 1);
+}
+
+void open_page(int width, int height) {
+  open_raster(-width, width, height, 1);
+}
+
+void open_palette_page(int width, int height, const uint32_t *palette) {
+  open_raster(width, width, height, 0);
+  qqvvlt(1, palette);
+}
+
+static void check_png(const char *file, int status) {
+  if (status != 0) fail("%s cannot be written (status %d)", file, status);
+}
+
+void save_png(const char *file, int width, int height) {
+  int32_t device = -RASTER, order = 1, w = width, h = height, colours = 256, status = 0;
+  qqppng((char *)file, &device, &order, &w, &h, NULL, &colours, &status);
+  check_png(file, status);
+}
+
+void save_palette_png(const char *file, int width, int height, const uint32_t *palette) {
+  int32_t device = RASTER, order = 1, w = width, h = height, colours = 256, status = 0;
+  qqppng((char *)file, &device, &order, &w, &h, palette, &colours, &status);
+  check_png(file, status);
+}
+
+void set_pen(int width, int cap, int join) {
+  int32_t values[3] = {width, cap, join};
+  for (int i = 0; i < 3; i++)
+    qqwwid(26 + i, &values[i], 1);
+}
+
+void set_clip(int left, int top, int right, int bottom) {
+  int32_t values[4] = {left, top, right, bottom};
+  for (int i = 0; i < 4; i++)
+    qqwwid(11 + i, &values[i], 1);
+}
+
+double axes_x(const Axes *axes, double value) {
+  double part = (value - axes->x_first) / (axes->x_last - axes->x_first);
+  return axes->left + part * (axes->right - axes->left);
+}
+
+double axes_y(const Axes *axes, double value) {
+  double part = (value - axes->y_first) / (axes->y_last - axes->y_first);
+  return axes->bottom - part * (axes->bottom - axes->top);
+}
+
+int column_of(const Axes *axes, double value) {
+  return (int)floor(axes_x(axes, value) + 0.5);
+}
+int row_of(const Axes *axes, double value) {
+  return (int)floor(axes_y(axes, value) + 0.5);
+}
+
+double nice_step(double span, int parts) {
+  double power = 1;
+  while (power * parts < span)
+    power *= 10;
+  while (power * parts >= span * 10)
+    power /= 10;
+  /* power is the power of ten that is just enough; 1/5 and 1/2 of it may be, too. */
+  if (power / 5 * parts >= span) return power / 5;
+  return power / 2 * parts >= span ? power / 2 : power;
+}
+
+void format_tick(char *text, size_t room, double value, double step) {
+  int decimals = 0;
+  for (double unit = step; decimals < 9 && fabs(unit - floor(unit + 0.5)) > 1e-6 * unit; unit *= 10)
+    decimals++;
+  if (fabs(value) < step / 2) value = 0; /* no "-0" */
+  if (fabs(value) >= 1e9 || step < 1e-8)
+    snprintf(text, room, "%g", value);
+  else
+    snprintf(text, room, "%.*f", decimals, value);
+}
+
+/* One axis: its grid lines first, then ticks and numbers. */
+static void draw_ticks(const Axes *axes, int vertical, int grid) {
+  double first = vertical ? axes->y_first : axes->x_first;
+  double last = vertical ? axes->y_last : axes->x_last;
+  double low = first < last ? first : last, high = first < last ? last : first;
+  int length = vertical ? axes->bottom - axes->top : axes->right - axes->left;
+  double step = nice_step(high - low, length / (vertical ? 90 : 150) + 1);
+  char text[32];
+  for (double n = ceil(low / step - 1e-9); n * step <= high + step * 1e-9; n++) {
+    int at = vertical ? row_of(axes, n * step) : column_of(axes, n * step);
+    format_tick(text, sizeof text, n * step, step);
+    if (grid && vertical)
+      qqvlin(axes->left, at, axes->right, at);
+    else if (grid)
+      qqvlin(at, axes->top, at, axes->bottom);
+    else if (vertical)
+      draw_text(axes->left - TICK_LENGTH - 12, at + TICK_SIZE / 2, TICK_SIZE, RIGHT, text);
+    else
+      draw_text(at, axes->bottom + TICK_LENGTH + 14 + TICK_SIZE, TICK_SIZE, CENTRE, text);
+    if (grid) continue;
+    set_pen(2, BUTT_CAP, MITER_JOIN);
+    if (vertical)
+      qqvlin(axes->left - TICK_LENGTH, at, axes->left, at);
+    else
+      qqvlin(at, axes->bottom, at, axes->bottom + TICK_LENGTH);
+  }
+}
+
+static void draw_frame(const Axes *axes) {
+  set_pen(2, BUTT_CAP, MITER_JOIN);
+  qqvdrw(axes->left, axes->top, 3);
+  qqvdrw(axes->right, axes->top, 2);
+  qqvdrw(axes->right, axes->bottom, 2);
+  qqvdrw(axes->left, axes->bottom, 2);
+  qqvdrw(axes->left, axes->top, 2);
+}
+
+void draw_axes(const Axes *axes, const char *title, const char *x_title, const char *y_title) {
+  int middle = (axes->left + axes->right) / 2;
+  set_pen(1, BUTT_CAP, MITER_JOIN);
+  qqvclr(PALE);
+  draw_ticks(axes, 0, 1);
+  draw_ticks(axes, 1, 1);
+  qqvclr(GREY);
+  draw_frame(axes);
+  draw_ticks(axes, 0, 0);
+  draw_ticks(axes, 1, 0);
+  qqvclr(INK);
+  if (title) draw_text(axes->left, axes->top - 28, TITLE_SIZE, LEFT, title);
+  if (x_title) draw_text(middle, axes->bottom + 88, LABEL_SIZE, CENTRE, x_title);
+  if (y_title)
+    draw_text_upward(axes->left - 104, (axes->top + axes->bottom) / 2, LABEL_SIZE, CENTRE, y_title);
+}
