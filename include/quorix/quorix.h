@@ -9,6 +9,7 @@
 #ifndef QUORIX_QUORIX_H
 #define QUORIX_QUORIX_H
 
+#include "algorithms.h"
 #include "imageout.h"
 #include "raster.h"
 #include "window.h"

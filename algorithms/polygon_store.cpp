@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+//
+// The polygon store: polygons filed under keys and read back from the highest key down.
+//
+// Vertices stand in an arena, in the order in which the polygons came. Sorting moves numbers of
+// polygons alone. Equal keys are sorted by descending number and all is read from the end, so that
+// of equal keys the first put is the first got.
+#include <algorithm>
+#include <cstdint>
+#include <new>
+#include <utility>
+
+#include "algorithms/algorithms.h"
+#include "algorithms/arena.h"
+#include "algorithms/grow.h"
+#include "platform/memory.h"
+#include "quorix/algorithms.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr int32_t default_capacity = 10000;
+constexpr int32_t growth_step = 10000;
+constexpr int32_t default_vertices = 4;
+constexpr int32_t vertices_per_call = 1;  // the value that lets each call tell its own number
+constexpr int32_t most_vertices_read = 12;
+// So far ahead of a read its successors are fetched: positions are mostly read one by one.
+constexpr int32_t fetch_ahead = 8;
+
+struct StoredPolygon {
+  int32_t attribute1, attribute2;
+  int32_t vertices;  // 2 * vertices coordinates follow, x and y in turn, in single precision
+};
+
+inline float *coordinates_of(StoredPolygon *polygon) {
+  return reinterpret_cast<float *>(polygon + 1);
+}
+
+struct PolygonStore {
+  OwnedArray<StoredPolygon *> polygons;  // they stand in `arena`
+  OwnedArray<int32_t> order;             // valid after the sort; 0 before
+  OwnedArray<double> keys;
+  int32_t capacity;
+  int32_t count;
+  int32_t vertex_mode;  // vertices of each polygon of qqsput, or vertices_per_call
+  Arena arena;
+};
+
+PolygonStore *polygon_store = nullptr;  // owned
+
+// All three or none.
+bool enlarge(PolygonStore *store, int32_t capacity) {
+  PolygonStore grown = {};
+  std::swap(grown.polygons, store->polygons);
+  std::swap(grown.order, store->order);
+  std::swap(grown.keys, store->keys);
+  if (!grow_array(&grown.polygons, store->count, capacity) ||
+      !grow_array(&grown.order, store->count, capacity) ||
+      !grow_array(&grown.keys, store->count, capacity))
+    return false;
+  std::swap(grown.polygons, store->polygons);
+  std::swap(grown.order, store->order);
+  std::swap(grown.keys, store->keys);
+  store->capacity = capacity;
+  return true;
+}
+
+void drop_content(PolygonStore *store) {
+  arena_release(&store->arena);
+  store->count = store->capacity = 0;
+}
+
+void close_store() {
+  if (polygon_store == nullptr) return;
+  arena_release(&polygon_store->arena);
+  polygon_store->~PolygonStore();
+  release_bytes(polygon_store);
+  polygon_store = nullptr;
+}
+
+int32_t open_store(int32_t capacity, int32_t vertex_mode) {
+  void *const block = allocate_zeroed_bytes(sizeof(PolygonStore));
+  if (block == nullptr) return 1;
+  auto *const store = new (block) PolygonStore{};
+  if (!enlarge(store, capacity > 0 ? capacity : default_capacity)) {
+    release_bytes(store);
+    return 1;
+  }
+  store->vertex_mode = vertex_mode == 0 ? default_vertices : vertex_mode;
+  close_store();
+  polygon_store = store;
+  return 0;
+}
+
+void sort_store(PolygonStore *store) {
+  for (int32_t i = 0; i < store->count; ++i)
+    store->order[i] = i;
+  sort_indices(store->keys.get(), store->order.get(), store->count);
+}
+
+StoredPolygon *make_polygon(PolygonStore *store, const double *x, const double *y, int32_t nv) {
+  const auto values = 2 * static_cast<size_t>(nv);
+  void *const block = arena_take(&store->arena, sizeof(StoredPolygon) + values * sizeof(float));
+  if (block == nullptr) return nullptr;
+  auto *const polygon = static_cast<StoredPolygon *>(block);
+  polygon->vertices = nv;
+  float *xy = coordinates_of(polygon);
+  for (int32_t i = 0; i < nv; ++i) {
+    *xy++ = static_cast<float>(x[i]);
+    *xy++ = static_cast<float>(y[i]);
+  }
+  return polygon;
+}
+
+int32_t put_polygon(PolygonStore *store, const double *x, const double *y, int32_t nv, double key,
+                    int32_t attribute1, int32_t attribute2) {
+  if (store == nullptr || nv < 0) return 1;
+  if (store->count == store->capacity) {
+    const int32_t capacity = grown_capacity(store->capacity, growth_step);
+    if (capacity == 0 || !enlarge(store, capacity)) {
+      drop_content(store);
+      return 1;
+    }
+  }
+  StoredPolygon *const polygon = make_polygon(store, x, y, nv);
+  if (polygon == nullptr) return 1;
+  polygon->attribute1 = attribute1;
+  polygon->attribute2 = attribute2;
+  store->polygons[store->count] = polygon;
+  store->keys[store->count] = key;
+  ++store->count;
+  return 0;
+}
+
+// Has the polygons of the next positions brought near: the pointer first, then what it points to.
+void fetch_next(const PolygonStore *store, int32_t place) {
+  if (place < 2 * fetch_ahead) return;
+  __builtin_prefetch(&store->polygons[store->order[place - 2 * fetch_ahead]]);
+  __builtin_prefetch(store->polygons[store->order[place - fetch_ahead]]);
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+using namespace quorix;
+
+extern "C" int32_t qqsini(int32_t mode, int32_t capacity, int32_t *io) {
+  if (mode == 0) {
+    *io = open_store(capacity, *io);
+  } else if (mode == 1) {
+    close_store();
+    *io = 0;
+  } else if (mode == 2) {
+    if (polygon_store != nullptr) sort_store(polygon_store);
+    *io = 0;
+  } else if (mode == 3) {
+    *io = polygon_store == nullptr ? 0 : polygon_store->count;
+  }
+  return 0;
+}
+
+extern "C" int32_t qqsput2(const double *x, const double *y, int32_t nv, const double *key,
+                           int32_t attribute1, int32_t attribute2, int32_t *status) {
+  *status = put_polygon(polygon_store, x, y, nv, *key, attribute1, attribute2);
+  return 0;
+}
+
+extern "C" int32_t qqsput(const double *x, const double *y, const double *key, int32_t attribute1,
+                          int32_t *io) {
+  const bool own_count =
+      polygon_store == nullptr || polygon_store->vertex_mode == vertices_per_call;
+  const int32_t nv = own_count ? *io : polygon_store->vertex_mode;
+  *io = put_polygon(polygon_store, x, y, nv, *key, attribute1, 0);
+  return 0;
+}
+
+extern "C" int32_t qqsget2(double *x, double *y, int32_t position, int32_t *attribute1,
+                           int32_t *attribute2, int32_t *nv) {
+  *nv = 0;
+  const PolygonStore *const store = polygon_store;
+  if (store == nullptr || position < 0 || position >= store->count) return 0;
+  const int32_t place = store->count - 1 - position;
+  fetch_next(store, place);
+  StoredPolygon *const polygon = store->polygons[store->order[place]];
+  *nv = std::min(polygon->vertices, most_vertices_read);
+  const float *xy = coordinates_of(polygon);
+  for (int32_t i = 0; i < *nv; ++i) {
+    x[i] = static_cast<double>(*xy++);
+    y[i] = static_cast<double>(*xy++);
+  }
+  *attribute1 = polygon->attribute1;
+  *attribute2 = polygon->attribute2;
+  return 0;
+}
+
+extern "C" int32_t qqsget(double *x, double *y, int32_t position, int32_t *attribute1,
+                          int32_t *nv) {
+  int32_t attribute2 = 0;
+  return qqsget2(x, y, position, attribute1, &attribute2, nv);
+}

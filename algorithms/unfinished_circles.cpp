@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "algorithms/unfinished_circles.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace quorix {
+
+namespace {
+
+// More than all roundings between a circle's range of Y and the tests of a point can sum up to,
+// relative to the numbers that they are made with.
+constexpr double slack = 1e-14;
+
+// Cells of the finest level for each point. More let clusters be told apart, fewer stay in cache.
+constexpr double cells_per_point = 0.25;
+
+int32_t take_free(UnfinishedCircles *f) {
+  if (f->free == 0) return ++f->used;
+  const int32_t number = f->free;
+  f->free = f->circles[number].next;
+  return number;
+}
+
+int32_t finest_level_cells(int32_t points) {
+  const auto wanted = static_cast<uint32_t>(points * cells_per_point) + 1;
+  const uint32_t most = 1U << (UnfinishedCircles::most_levels - 1);
+  return static_cast<int32_t>(std::min(std::bit_ceil(wanted), most));
+}
+
+// Each level has one cell in front, so that the first one has a cell before it. Gives their sum.
+int32_t lay_out_levels(UnfinishedCircles *f, int32_t finest_cells) {
+  int32_t start = 0;
+  int32_t level = 0;
+  for (int32_t n = finest_cells; n > 0; n /= 2, ++level) {
+    f->level_start[level] = start;
+    f->in_level[level] = 0;
+    start += n + 1;
+  }
+  return start;
+}
+
+}  // namespace
+
+bool open_circles(UnfinishedCircles *f, int32_t points, int32_t most, double y_first,
+                  double y_last) {
+  const int32_t finest_cells = finest_level_cells(points);
+  const int32_t all_cells = lay_out_levels(f, finest_cells);
+  f->last_cell = finest_cells - 1;
+  f->used = f->free = 0;
+  f->occupied_levels = 0;
+  f->y_first = y_first;
+  f->y_last = y_last;
+  const double scale = finest_cells / (y_last - y_first);
+  f->cells_per_unit = std::isfinite(scale) ? scale : 0.0;
+  f->circles = allocate_array<Circle>(static_cast<size_t>(most) + 1);
+  f->cells = allocate_zeroed_array<int32_t>(static_cast<size_t>(all_cells));
+  return f->circles && f->cells;
+}
+
+int32_t file_circle(UnfinishedCircles *f, double x, double y, double r2, double sweep_x,
+                    int32_t triangle) {
+  const double behind = std::min(x - sweep_x, 0.0);
+  const double half = std::sqrt(r2 - behind * behind + slack * r2);
+  const double margin = slack * (std::abs(y) + half);
+  const double lo = std::max(y - half - margin, f->y_first);
+  const double hi = std::min(y + half + margin, f->y_last);
+  if (!(lo <= hi)) return 0;
+  const auto first = static_cast<uint32_t>(finest_cell(*f, lo));
+  const auto last = static_cast<uint32_t>(finest_cell(*f, hi));
+  const int32_t level = std::bit_width(last - first);
+  int32_t *const cell = &f->cells[f->level_start[level] + static_cast<int32_t>(first >> level) + 1];
+  const int32_t number = take_free(f);
+  f->circles[number] = {x, y, r2, triangle, *cell};
+  *cell = number;
+  ++f->in_level[level];
+  f->occupied_levels |= 1U << level;
+  return number;
+}
+
+}  // namespace quorix
