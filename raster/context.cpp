@@ -57,6 +57,18 @@ void set_output_defaults(OutputContext *context) {
   if (context->window_set != nullptr) context->window_set->pen_style = default_pen_style;
 }
 
+uint8_t *require_gl_row(OutputContext *context, int32_t width) {
+  constexpr size_t bytes_per_pixel = 4;
+  if (width < 1) return nullptr;
+  if (context->gl_row_width >= width) return context->gl_row;
+  auto row = allocate_array<uint8_t>(static_cast<size_t>(width) * bytes_per_pixel);
+  if (!row) return nullptr;
+  release_bytes(context->gl_row);
+  context->gl_row = row.release();
+  context->gl_row_width = width;
+  return context->gl_row;
+}
+
 OutputContext *require_output_context() {
   if (output_context == nullptr) output_context = create_output_context(nullptr, 1);
   return output_context;
@@ -68,7 +80,7 @@ void release_output_context() {
   output_context = nullptr;
   release_bytes(context->raster_base);
   release_bytes(context->blend_raster);
-  if (context->depth_on != 0) release_bytes(context->depth_buffer);
+  release_depth_buffer(context);
   release_bytes(context->gl_row);
   release_bytes(context->widget_windows);
   release_bytes(context->window_set);

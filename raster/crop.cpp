@@ -40,6 +40,28 @@ void replace_buffer(uint8_t **buffer, RasterPage *page, uint8_t *replacement, Ra
   *page = cropped;
 }
 
+bool contains_rectangle(const RasterPage &page, const Rect &r) {
+  return r.x2 < page.width && r.y2 < page.height;
+}
+
+// Crops the depth buffer, so that depths stay with their pixels. One that does not reach over the
+// rectangle belongs to another device's page and is left alone.
+bool crop_depth(const OutputContext *context, const Rect &r, uint8_t **cropped) {
+  const RasterPage floats = {context->depth_width, context->depth_height, 1};  // 4 bytes each
+  *cropped = nullptr;
+  if (context->depth_buffer == nullptr || !contains_rectangle(floats, r)) return true;
+  *cropped = copy_rectangle(reinterpret_cast<const uint8_t *>(context->depth_buffer), floats, r);
+  return *cropped != nullptr;
+}
+
+void replace_depth(OutputContext *context, uint8_t *cropped, const RasterPage &page) {
+  if (cropped == nullptr) return;
+  release_depth_buffer(context);
+  context->depth_buffer = reinterpret_cast<float *>(cropped);
+  context->depth_width = page.width;
+  context->depth_height = page.height;
+}
+
 // Crops the raster, and while a layer is open both of its buffers, since the layer has to meet the
 // same pixels when it closes. A layer that is not open is given up: the next one is made anew, of
 // the new size.
@@ -47,24 +69,21 @@ bool crop_buffers(OutputContext *context, const Rect &r) {
   const RasterPage cropped = {r.x2 - r.x1 + 1, r.y2 - r.y1 + 1, context->page.rgba};
   const bool layer_open =
       context->raster_state == raster_blending && context->raster == context->blend_raster;
-  uint8_t *base = nullptr;
-  if (context->raster_base != nullptr) {
-    base = copy_rectangle(context->raster_base, context->base_page, r);
-    if (base == nullptr) return false;
+  const bool has_base = context->raster_base != nullptr;
+  uint8_t *base = has_base ? copy_rectangle(context->raster_base, context->base_page, r) : nullptr;
+  uint8_t *layer =
+      layer_open ? copy_rectangle(context->blend_raster, context->blend_page, r) : nullptr;
+  uint8_t *depth = nullptr;
+  if ((has_base && base == nullptr) || (layer_open && layer == nullptr) ||
+      !crop_depth(context, r, &depth)) {
+    release_bytes(base);
+    release_bytes(layer);
+    return false;
   }
-  if (layer_open) {
-    uint8_t *layer = copy_rectangle(context->blend_raster, context->blend_page, r);
-    if (layer == nullptr) {
-      release_bytes(base);
-      return false;
-    }
-    replace_buffer(&context->blend_raster, &context->blend_page, layer, cropped);
-  } else {
-    replace_buffer(&context->blend_raster, &context->blend_page, nullptr, {});
-  }
-  if (base != nullptr) {
-    replace_buffer(&context->raster_base, &context->base_page, base, cropped);
-  }
+  if (has_base) replace_buffer(&context->raster_base, &context->base_page, base, cropped);
+  replace_buffer(&context->blend_raster, &context->blend_page, layer,
+                 layer_open ? cropped : RasterPage{});
+  replace_depth(context, depth, cropped);
   select_raster_buffer(context, layer_open ? context->blend_raster : context->raster_base, cropped);
   return true;
 }

@@ -19,26 +19,18 @@ namespace {
 
 constexpr int32_t short_side = 603;
 constexpr int32_t long_side = 853;
-constexpr float cleared_depth = 2.0F;  // beyond any depth that is ever drawn
 
 size_t page_bytes(const RasterPage &page) {
   return static_cast<size_t>(page.width) * static_cast<size_t>(page.height) *
          (page.rgba != 0 ? 4U : 1U);
 }
 
-// A depth buffer that is in use has to fit the new page.
-void renew_depth_buffer(OutputContext *context) {
+// A depth buffer that is in use has to fit the new page; without memory for it, it ends.
+void follow_page(OutputContext *context) {
   if (context->depth_on == 0) return;
-  release_bytes(context->depth_buffer);
-  const size_t count =
-      static_cast<size_t>(context->page.width) * static_cast<size_t>(context->page.height);
-  context->depth_buffer = allocate_array<float>(count).release();
-  if (context->depth_buffer == nullptr) {
-    context->depth_on = 0;
-    return;
-  }
-  for (size_t i = 0; i < count; ++i)
-    context->depth_buffer[i] = cleared_depth;
+  if (renew_depth_buffer(context, context->page.width, context->page.height)) return;
+  release_depth_buffer(context);
+  context->depth_on = 0;
 }
 
 void release_buffers(OutputContext *context) {
@@ -116,7 +108,7 @@ extern "C" int32_t qqvini(int32_t page_w, int32_t page_h, int32_t *w, int32_t *h
   context->clip_y1 = 0;
   context->clip_x2 = *w - 1;
   context->clip_y2 = *h - 1;
-  renew_depth_buffer(context);
+  follow_page(context);
   return 0;
 }
 

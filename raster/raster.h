@@ -28,6 +28,15 @@ inline uint8_t background_byte(const OutputContext *context) {
 // Points `raster` at raster_base or blend_raster.
 void select_raster_buffer(OutputContext *context, uint8_t *buffer, RasterPage page);
 
+// ---- depth_memory.cpp: the depth buffer follows the page, so its memory is the raster's affair
+// Releases the buffer, if there is one.
+void release_depth_buffer(OutputContext *context);
+// A cleared buffer of the given size in place of any other. False without memory: then all is as it
+// was.
+bool renew_depth_buffer(OutputContext *context, int32_t width, int32_t height);
+// Puts all of the buffer, if there is one, beyond any depth that is ever drawn.
+void clear_depth_buffer(OutputContext *context);
+
 // ---- colours.cpp
 // As nearest_colour, but remembers its answers until the palette changes.
 int32_t cached_nearest_colour(const OutputContext *context, uint8_t r, uint8_t g, uint8_t b);

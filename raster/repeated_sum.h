@@ -19,6 +19,7 @@ inline double repeated_sum(double value, double step, int64_t count) {
     value += step;
     value += step;
     count -= 2;
+    if (!std::isfinite(value)) return value;  // it stays what it has become
     const double rounded_step = (value + step) - value;
     if (rounded_step == 0.0) return value;
     int exponent = 0;

@@ -32,6 +32,28 @@ struct DeviceBitmap {
   void (*set_pixel)(OutputContext *context, int32_t x, int32_t y, uint8_t r, uint8_t g, uint8_t b);
 };
 
+// The OpenGL calls of a device that draws through it, by their OpenGL meaning and with OpenGL's own
+// numbers. y grows upward here: callers turn it.
+struct GlCalls {
+  void (*enable)(uint32_t capability);
+  void (*disable)(uint32_t capability);
+  void (*depth_function)(uint32_t function);
+  void (*blend_function)(uint32_t source, uint32_t target);
+  void (*clear)(uint32_t buffers);
+  void (*begin)(uint32_t primitive);
+  void (*end)();
+  void (*vertex_2f)(float x, float y);
+  void (*vertex_2i)(int32_t x, int32_t y);
+  void (*vertex_3f)(float x, float y, float z);
+  void (*colour_3f)(float r, float g, float b);
+  void (*colour_4f)(float r, float g, float b, float a);
+  void (*raster_position)(int32_t x, int32_t y);
+  void (*read_pixels)(int32_t x, int32_t y, int32_t width, int32_t height, uint32_t format,
+                      uint32_t type, void *pixels);
+  void (*draw_pixels)(int32_t width, int32_t height, uint32_t format, uint32_t type,
+                      const void *pixels);
+};
+
 struct Device {
   // Draws what is gathered.
   void (*flush)(OutputContext *context);
@@ -47,6 +69,16 @@ struct Device {
                          int32_t colour);
   // The memory to draw into; false if there is none now.
   bool (*bitmap)(OutputContext *context, DeviceBitmap *bitmap);
+  // With PixelOrder::index: the byte that stands for a palette index. Null: the index itself.
+  uint8_t (*index_to_pixel)(const OutputContext *context, int32_t index) = nullptr;
+  // Compositing on what a window shows. copy_out hands out a copy of the rectangle with the upper
+  // left corner (x, y), in the order bgr, and is false where there is none; copy_in puts that copy
+  // back at (x, y) and releases it.
+  bool (*copy_out)(OutputContext *context, int32_t x, int32_t y, int32_t width, int32_t height,
+                   DeviceBitmap *copy) = nullptr;
+  void (*copy_in)(OutputContext *context, int32_t x, int32_t y, DeviceBitmap *copy) = nullptr;
+  // Null where the device never draws through OpenGL.
+  const GlCalls *gl = nullptr;
 };
 
 inline constexpr int32_t last_window_device = 100;  // numbers above it mean the raster

@@ -84,6 +84,9 @@ struct OutputContext {
   RasterPage page;        // of raster
   RasterPage base_page;   // of raster_base
   RasterPage blend_page;  // of blend_raster
+  int32_t depth_width;    // of depth_buffer; 0 without one
+  int32_t depth_height;
+  int32_t gl_row_width;  // of gl_row, in pixels
   uint32_t palette_version;
 };
 
@@ -111,6 +114,12 @@ void colour_to_rgb(const OutputContext *context, int32_t colour, uint8_t *r, uin
 
 // To be called by whoever changes a palette table or palette_kind.
 void palette_changed(OutputContext *context);
+
+// gl_row with room for at least `width` pixels of 4 bytes, or null without memory.
+uint8_t *require_gl_row(OutputContext *context, int32_t width);
+
+// Draws the open blend layer onto what lies under it, and empties the layer; 1 on failure, else 0.
+int32_t composite_blend_layer(OutputContext *context);
 
 // Where the smallest, the middle and the largest of three values stand.
 void sort3_int(const int32_t *values, int32_t *first, int32_t *second, int32_t *third);

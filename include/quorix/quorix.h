@@ -10,6 +10,7 @@
 #define QUORIX_QUORIX_H
 
 #include "algorithms.h"
+#include "depth.h"
 #include "imageout.h"
 #include "raster.h"
 #include "window.h"

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: MIT
+//
+// The blend layer: a second raster that translucent drawing goes into, and that is blended onto the
+// first when it is closed.
+//
+// A layer has four bytes per pixel and is made for RGBA rasters and for windows. Its memory stays
+// for the next time as long as the page keeps its size.
+#include <cstring>
+
+#include "depth/composite.h"
+#include "depth/opengl.h"
+#include "platform/memory.h"
+#include "quorix/depth.h"
+#include "raster/raster.h"
+
+namespace quorix {
+
+namespace {
+
+enum Operation : int32_t { open_layer = 1, close_layer = 2, blend_on = 3, blend_off = 4 };
+
+constexpr int32_t failed = 1;
+
+bool has_alpha(const uint8_t *pixels, int32_t count) {
+  uint8_t any = 0;
+  for (int32_t i = 0; i < count; ++i)
+    any = static_cast<uint8_t>(any | pixels[4 * static_cast<ptrdiff_t>(i) + 3]);
+  return any != 0;
+}
+
+CompositeRule composite_rule(const OutputContext *context) {
+  return {background_byte(context), context->blend_over_background == 0};
+}
+
+uint8_t *layer_pixel(const OutputContext *context, int32_t x, int32_t y) {
+  const auto width = static_cast<size_t>(context->blend_page.width);
+  return context->blend_raster + (static_cast<size_t>(y) * width + static_cast<size_t>(x)) * 4;
+}
+
+size_t columns(const Rect &box) {
+  return static_cast<size_t>(box.x2 - box.x1) + 1;
+}
+
+// ---- Targets
+
+int32_t composite_on_raster(OutputContext *context, Rect box) {
+  const RasterPage &page = context->base_page;
+  box = intersection(box, {0, 0, page.width - 1, page.height - 1});
+  if (context->raster_base == nullptr || page.rgba == 0 || is_empty(box)) return failed;
+  const CompositeRow composite = composite_row();
+  for (int32_t y = box.y1; y <= box.y2; ++y) {
+    const size_t pixel =
+        static_cast<size_t>(y) * static_cast<size_t>(page.width) + static_cast<size_t>(box.x1);
+    composite(context->raster_base + pixel * 4, layer_pixel(context, box.x1, y), columns(box),
+              composite_rule(context));
+  }
+  return 0;
+}
+
+int32_t composite_on_window(OutputContext *context, const Rect &box) {
+  const Device *device = device_for(context, last_window_device);
+  if (device == nullptr || device->copy_out == nullptr) return failed;
+  DeviceBitmap copy = {};
+  const int32_t w = box.x2 - box.x1 + 1;
+  const int32_t h = box.y2 - box.y1 + 1;
+  if (!device->copy_out(context, box.x1, box.y1, w, h, &copy)) return failed;
+  const bool fits = copy.order == PixelOrder::bgr && copy.width >= w && copy.height >= h;
+  for (int32_t y = 0; fits && y < h; ++y) {
+    composite_row_plain(copy.base + static_cast<size_t>(y) * copy.row_bytes,
+                        copy.bits == 24 ? 3 : 4, true, FourthByte::untouched,
+                        layer_pixel(context, box.x1, box.y1 + y), columns(box),
+                        composite_rule(context));
+  }
+  device->copy_in(context, box.x1, box.y1, &copy);
+  return fits ? 0 : failed;
+}
+
+int32_t composite_on_gl(OutputContext *context, const Rect &box) {
+  const GlCalls *gl = window_gl(context);
+  const int32_t w = box.x2 - box.x1 + 1;
+  uint8_t *row = gl == nullptr ? nullptr : require_gl_row(context, context->blend_page.width);
+  if (row == nullptr) return failed;
+  for (int32_t y = box.y1; y <= box.y2; ++y) {
+    gl->read_pixels(box.x1, turned(context, y), w, 1, gl_rgba, gl_unsigned_byte, row);
+    composite_row_plain(row, 4, false, FourthByte::opaque, layer_pixel(context, box.x1, y),
+                        columns(box), composite_rule(context));
+    gl->raster_position(box.x1, turned(context, y));
+    gl->draw_pixels(w, 1, gl_rgba, gl_unsigned_byte, row);
+  }
+  return 0;
+}
+
+// ---- Life cycle
+
+// The page a layer has to match; none where the target has palette pixels.
+RasterPage wanted_page(const OutputContext *context) {
+  if (context->window_active != 0) return {context->width, context->height, 1};
+  return has_raster(context) && context->page.rgba != 0 ? context->page : RasterPage{};
+}
+
+bool same_page(const RasterPage &a, const RasterPage &b) {
+  return a.width == b.width && a.height == b.height && a.rgba == b.rgba;
+}
+
+// A layer of the wanted size, clean; nothing changes where its memory cannot be had.
+bool make_layer(OutputContext *context, const RasterPage &page) {
+  size_t bytes = 0;
+  if (!checked_product(&bytes, static_cast<size_t>(page.width), static_cast<size_t>(page.height),
+                       4)) {
+    return false;
+  }
+  auto layer = allocate_array<uint8_t>(bytes);
+  if (!layer) return false;
+  release_bytes(context->blend_raster);
+  context->blend_raster = layer.release();
+  context->blend_page = page;
+  return true;
+}
+
+bool open_blend_layer(OutputContext *context) {
+  const bool on_window = context->window_active != 0;
+  const Device *window = device_for(context, last_window_device);
+  if (!on_window) {
+    flush_raster(context);
+  } else if (window != nullptr) {
+    window->flush(context);
+  }
+  const RasterPage page = wanted_page(context);
+  if (page.width < 1 || page.height < 1) return false;
+  const bool stands = context->blend_raster != nullptr && same_page(context->blend_page, page);
+  if (!stands && !make_layer(context, page)) return false;
+  if (on_window) {
+    context->stride = to_int32(static_cast<double>(page.width) * 4.0);
+    context->rgba_mode = 1;
+    set_current_colour(context, context->colour_arg);
+  }
+  select_raster_buffer(context, context->blend_raster, page);
+  if (!stands) fill_page(context);
+  if (context->raster_state != raster_blending) {
+    context->saved_raster_state = context->raster_state;
+    context->raster_state = raster_blending;
+  }
+  return true;
+}
+
+int32_t close_blend_layer(OutputContext *context) {
+  flush_raster(context);
+  if (context->raster_state != raster_blending) return 0;
+  const int32_t status = composite_blend_layer(context);
+  select_raster_buffer(context, context->raster_base, context->base_page);
+  context->raster_state = context->saved_raster_state;
+  const Device *window = device_for(context, last_window_device);
+  if (context->window_active != 0 && window != nullptr) {
+    window->set_colour(context, context->colour_arg);
+  }
+  return status;
+}
+
+void switch_blending(OutputContext *context, bool on) {
+  context->alpha_blend_on = on ? 1 : 0;
+  const GlCalls *gl = context->opengl_on != 0 ? window_gl(context) : nullptr;
+  if (gl == nullptr) return;
+  if (on) {
+    gl->enable(gl_blend);
+    gl->blend_function(gl_src_alpha, gl_one_minus_src_alpha);
+  } else {
+    gl->disable(gl_blend);
+  }
+}
+
+}  // namespace
+
+Rect blend_bbox(const OutputContext *context) {
+  const RasterPage &page = context->blend_page;
+  Rect box = {page.width, page.height, -1, -1};
+  for (int32_t y = 0; y < page.height; ++y) {
+    const uint8_t *row = layer_pixel(context, 0, y);
+    if (!has_alpha(row, page.width)) continue;
+    if (box.y1 == page.height) box.y1 = y;
+    box.y2 = y;
+    const auto drawn = [&](int32_t x) { return row[4 * static_cast<ptrdiff_t>(x) + 3] != 0; };
+    for (int32_t x = 0; x < box.x1; ++x) {
+      if (drawn(x)) box.x1 = x;
+    }
+    for (int32_t x = page.width - 1; x > box.x2; --x) {
+      if (drawn(x)) box.x2 = x;
+    }
+  }
+  return box;
+}
+
+int32_t composite_blend_layer(OutputContext *context) {
+  if (context->blend_raster == nullptr) return 0;
+  const Rect box = blend_bbox(context);
+  if (is_empty(box)) return 0;
+  if (context->opengl_on != 0) return composite_on_gl(context, box);
+  return context->window_active != 0 ? composite_on_window(context, box)
+                                     : composite_on_raster(context, box);
+}
+
+}  // namespace quorix
+
+using namespace quorix;
+
+extern "C" int32_t qqwabl(int32_t op, int32_t *status) {
+  OutputContext *context = output_context;
+  *status = failed;
+  if (context == nullptr) return 0;
+  *status = 0;
+  switch (op) {
+    case open_layer:
+      if (open_blend_layer(context)) break;
+      *status = failed;
+      return 1;
+    case close_layer:
+      *status = close_blend_layer(context);
+      break;
+    case blend_on:
+    case blend_off:
+      switch_blending(context, op == blend_on);
+      break;
+    default:
+      break;
+  }
+  return 0;
+}

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+//
+// Lines tested against the depth buffer.
+//
+// A line steps along its longer axis; the other coordinate and z are sums of increments, so their
+// values depend on every step taken, on the page or off it. Steps before the page are summed up
+// without being walked.
+#include <cmath>
+#include <utility>
+
+#include "depth/opengl.h"
+#include "depth/pixel_formats.h"
+#include "platform/numbers.h"
+#include "quorix/depth.h"
+#include "raster/repeated_sum.h"
+
+namespace quorix {
+
+namespace {
+
+struct LineEnd {
+  double x, y, z;
+};
+
+struct DepthTest {
+  float *base;  // null: everything passes
+  ptrdiff_t pitch;
+  double bias;
+
+  // Whether z passes at a pixel, which then keeps it.
+  bool pass(int32_t x, int32_t y, double z) const {
+    if (base == nullptr) return true;
+    float *depth = base + static_cast<ptrdiff_t>(y) * pitch + x;
+    if (!(static_cast<double>(*depth) >= z - bias)) return false;
+    *depth = static_cast<float>(z);
+    return true;
+  }
+};
+
+// u is the axis that is walked, v the other one.
+struct LineWalk {
+  int32_t first, last;  // along u
+  double v, z;
+  double v_step, z_step;
+};
+
+LineWalk walk_line(double u0, double v0, double z0, double u1, double v1, double z1) {
+  if (u0 >= u1) {
+    std::swap(u0, u1);
+    std::swap(v0, v1);
+    std::swap(z0, z1);
+  }
+  const int32_t first = round_to_int32(u0);
+  const int32_t last = round_to_int32(u1);
+  const double steps = static_cast<double>(last) - first;
+  return {first, last, v0, z0, (v1 - v0) / steps, (z1 - z0) / steps};
+}
+
+// Calls draw(u, v, z) for the steps within low_u to high_u.
+template <class Draw>
+void for_each_step(LineWalk w, int32_t low_u, int32_t high_u, Draw draw) {
+  if (w.first > high_u || w.last < low_u || w.first > w.last) return;
+  int32_t u = w.first;
+  if (u < low_u) {
+    const int64_t skipped = static_cast<int64_t>(low_u) - u;
+    w.v = repeated_sum(w.v, w.v_step, skipped);
+    w.z = repeated_sum(w.z, w.z_step, skipped);
+    u = low_u;
+  }
+  const int32_t end = std::min(w.last, high_u);
+  for (;; ++u) {
+    draw(u, round_to_int32(w.v), w.z);
+    if (u == end) return;
+    w.v += w.v_step;
+    w.z += w.z_step;
+  }
+}
+
+template <class Pixels>
+void draw_line(const Target &t, const Pixels &pixels, Rgb colour, LineEnd a, LineEnd b) {
+  if (is_empty(t.box)) return;
+  const DepthTest test = {t.depth, t.depth_pitch, static_cast<double>(t.context->depth_bias)};
+  const auto ink = pixels.ink(colour);
+  const auto draw = [&](int32_t x, int32_t y, double z) {
+    if (test.pass(x, y, z)) pixels.put(x, y, ink);
+  };
+  const int64_t ax = round_to_int32(a.x);
+  const int64_t ay = round_to_int32(a.y);
+  const int64_t bx = round_to_int32(b.x);
+  const int64_t by = round_to_int32(b.y);
+  if (ax == bx && ay == by) {
+    if (contains(t.box, ax, ay)) draw(static_cast<int32_t>(ax), static_cast<int32_t>(ay), a.z);
+  } else if (std::abs(ax - bx) <= std::abs(ay - by)) {
+    const LineWalk w = walk_line(a.y, a.x, a.z, b.y, b.x, b.z);
+    for_each_step(w, t.box.y1, t.box.y2, [&](int32_t y, int32_t x, double z) {
+      if (x >= t.box.x1 && x <= t.box.x2) draw(x, y, z);
+    });
+  } else {
+    const LineWalk w = walk_line(a.x, a.y, a.z, b.x, b.y, b.z);
+    for_each_step(w, t.box.x1, t.box.x2, [&](int32_t x, int32_t y, double z) {
+      if (y >= t.box.y1 && y <= t.box.y2) draw(x, y, z);
+    });
+  }
+}
+
+void forward_line(OutputContext *context, int32_t colour, const LineEnd *ends) {
+  const GlCalls *gl = window_gl(context);
+  if (gl == nullptr) return;
+  // In front of the surface that the line lies on.
+  constexpr double nearer = static_cast<double>(0.001F);
+  device_for(context, last_window_device)->set_colour(context, colour);
+  gl->begin(gl_line_strip);
+  for (int i = 0; i < 2; ++i) {
+    gl->vertex_3f(static_cast<float>(ends[i].x), static_cast<float>(turned(context, ends[i].y)),
+                  static_cast<float>(ends[i].z - nearer));
+  }
+  gl->end();
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+using namespace quorix;
+
+extern "C" int32_t qqzlin2(const double *x, const double *y, int32_t colour, const double *z,
+                           int32_t device) {
+  OutputContext *context = output_context;
+  if (context == nullptr) return 0;
+  const LineEnd ends[2] = {{x[0], y[0], z[0]}, {x[1], y[1], z[1]}};
+  if (forwards_to_gl(context)) {
+    forward_line(context, colour, ends);
+    return 0;
+  }
+  Target target;
+  if (!open_target(context, device, Depths::used, &target)) return 0;
+  Rgb rgb = {};
+  colour_to_rgb(context, colour, &rgb.r, &rgb.g, &rgb.b);
+  with_pixels(target, [&](const auto &p) { draw_line(target, p, rgb, ends[0], ends[1]); });
+  return 0;
+}
+
+extern "C" int32_t qqzlin(const int32_t *x, const int32_t *y, int32_t colour, const double *z,
+                          int32_t device) {
+  const double xs[2] = {static_cast<double>(x[0]), static_cast<double>(x[1])};
+  const double ys[2] = {static_cast<double>(y[0]), static_cast<double>(y[1])};
+  return qqzlin2(xs, ys, colour, z, device);
+}
+
+extern "C" int32_t qqgllin(const double *x1, const double *y1, const double *x2, const double *y2) {
+  const OutputContext *context = output_context;
+  if (context == nullptr || context->opengl_on == 0) return 0;
+  const GlCalls *gl = window_gl(context);
+  if (gl == nullptr) return 0;
+  const auto vertex = [&](double x, double y) {
+    gl->vertex_2f(static_cast<float>(x), static_cast<float>(turned(context, y)));
+  };
+  const bool point = std::abs(*x1 - *x2) < 0.5 && std::abs(*y1 - *y2) < 0.5;
+  gl->begin(point ? gl_points : gl_line_strip);
+  vertex(*x1, *y1);
+  if (!point) vertex(*x2, *y2);
+  gl->end();
+  return 0;
+}

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+//
+// How a target stores a pixel: one small record per layout, for the loops that are templates over
+// them.
+//
+// `ink` makes of a colour, and `index_ink` of a palette index, what `put` stores, so that a loop in
+// one colour does this once. Formats that can blend have `get`, which gives the three channels in
+// the order in which `channel` numbers them.
+#pragma once
+
+#include <cstring>
+
+#include "depth/depth.h"
+#include "raster/raster.h"
+
+namespace quorix {
+
+struct Rgb {
+  uint8_t r, g, b;
+};
+
+// Pure black for pure white and the other way round, for pictures that are printed.
+inline Rgb swap_black_white_pixel(Rgb p) {
+  if (p.r > 254 && p.g > 254 && p.b > 254) return {0, 0, 0};
+  if (p.r == 0 && p.g == 0 && p.b == 0) return {255, 255, 255};
+  return p;
+}
+
+inline Rgb palette_colour(const OutputContext *context, int32_t index) {
+  const int32_t i = index & 255;
+  return {context->palette_r[i], context->palette_g[i], context->palette_b[i]};
+}
+
+struct RgbaPixels {
+  static constexpr bool blends = true;
+  const OutputContext *context;
+  uint8_t *base;
+  size_t row_bytes;
+
+  explicit RgbaPixels(const Target &t)
+      : context(t.context), base(t.bitmap.base), row_bytes(t.bitmap.row_bytes) {}
+  uint8_t *at(int32_t x, int32_t y) const {
+    return base + static_cast<size_t>(y) * row_bytes + static_cast<size_t>(x) * 4;
+  }
+  uint32_t ink(Rgb c) const { return pack_rgba(c.r, c.g, c.b, context->colour_alpha); }
+  uint32_t index_ink(int32_t index) const { return ink(palette_colour(context, index)); }
+  void put(int32_t x, int32_t y, uint32_t ink) const { store_word(at(x, y), ink); }
+  Rgb get(int32_t x, int32_t y) const {
+    const uint8_t *p = at(x, y);
+    return {p[0], p[1], p[2]};
+  }
+};
+
+// Windows of 24 and 32 bits; a fourth byte stays as it is.
+struct BgrPixels {
+  static constexpr bool blends = true;
+  const OutputContext *context;
+  uint8_t *base;
+  size_t row_bytes;
+  size_t step;
+
+  explicit BgrPixels(const Target &t)
+      : context(t.context),
+        base(t.bitmap.base),
+        row_bytes(t.bitmap.row_bytes),
+        step(t.bitmap.bits == 24 ? 3 : 4) {}
+  uint8_t *at(int32_t x, int32_t y) const {
+    return base + static_cast<size_t>(y) * row_bytes + static_cast<size_t>(x) * step;
+  }
+  static Rgb ink(Rgb c) { return c; }
+  Rgb index_ink(int32_t index) const { return palette_colour(context, index); }
+  void put(int32_t x, int32_t y, Rgb ink) const {
+    uint8_t *p = at(x, y);
+    p[0] = ink.b;
+    p[1] = ink.g;
+    p[2] = ink.r;
+  }
+  Rgb get(int32_t x, int32_t y) const {
+    const uint8_t *p = at(x, y);
+    return {p[2], p[1], p[0]};
+  }
+};
+
+// Palette rasters, and windows on palette displays, whose bytes stand for indices.
+struct IndexPixels {
+  static constexpr bool blends = false;
+  const OutputContext *context;
+  uint8_t *base;
+  size_t row_bytes;
+  uint8_t (*index_to_pixel)(const OutputContext *context, int32_t index);
+
+  explicit IndexPixels(const Target &t)
+      : context(t.context),
+        base(t.bitmap.base),
+        row_bytes(t.bitmap.row_bytes),
+        index_to_pixel(t.device->index_to_pixel) {}
+  uint8_t ink(Rgb c) const { return index_ink(cached_nearest_colour(context, c.r, c.g, c.b)); }
+  uint8_t index_ink(int32_t index) const {
+    const int32_t i = index & 255;
+    return index_to_pixel == nullptr ? static_cast<uint8_t>(i) : index_to_pixel(context, i);
+  }
+  void put(int32_t x, int32_t y, uint8_t ink) const {
+    base[static_cast<size_t>(y) * row_bytes + static_cast<size_t>(x)] = ink;
+  }
+};
+
+// Windows of 16 bits, which draw one pixel at a time.
+struct SinglePixels {
+  static constexpr bool blends = false;
+  OutputContext *context;
+  void (*set_pixel)(OutputContext *context, int32_t x, int32_t y, uint8_t r, uint8_t g, uint8_t b);
+
+  explicit SinglePixels(const Target &t) : context(t.context), set_pixel(t.bitmap.set_pixel) {}
+  static Rgb ink(Rgb c) { return c; }
+  Rgb index_ink(int32_t index) const { return palette_colour(context, index); }
+  void put(int32_t x, int32_t y, Rgb ink) const { set_pixel(context, x, y, ink.r, ink.g, ink.b); }
+};
+
+// Calls `draw` with the pixels of a target.
+template <class Draw>
+void with_pixels(const Target &t, Draw draw) {
+  switch (t.bitmap.order) {
+    case PixelOrder::rgba:
+      return draw(RgbaPixels(t));
+    case PixelOrder::bgr:
+      return draw(BgrPixels(t));
+    case PixelOrder::index:
+      return draw(IndexPixels(t));
+    case PixelOrder::set_pixel:
+      return draw(SinglePixels(t));
+  }
+}
+
+}  // namespace quorix

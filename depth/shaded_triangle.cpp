@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+//
+// Triangles with a colour and a depth per corner: corners in order, edges, rows.
+#include <cmath>
+
+#include "depth/opengl.h"
+#include "depth/pixel_formats.h"
+#include "depth/shade.h"
+#include "platform/numbers.h"
+#include "quorix/depth.h"
+#include "raster/repeated_sum.h"
+
+namespace quorix {
+
+namespace {
+
+// Corners nearer than this share a row, whatever their rounding.
+constexpr double same_row = 0.1;
+
+struct Corners {
+  const double *x, *y, *z, *r, *g, *b;
+};
+
+ShadePoint corner(const Corners &c, int32_t i) {
+  return {{c.r[i] * 255.0, c.g[i] * 255.0, c.b[i] * 255.0, c.z[i]}, c.x[i]};
+}
+
+// What a row adds on the way from one point to another, `rows` farther down.
+ShadePoint row_step(const ShadePoint &from, const ShadePoint &to, double rows) {
+  ShadePoint step;
+  for (int i = 0; i < shade_values; ++i)
+    step.v[i] = (to.v[i] - from.v[i]) / rows;
+  step.x = (to.x - from.x) / rows;
+  return step;
+}
+
+struct Rows {
+  int32_t a, b, c;
+};
+
+Rows corner_rows(double ya, double yb, double yc) {
+  Rows rows = {};
+  rows.a = round_to_int32(ya);
+  rows.b = std::abs(yb - ya) >= same_row ? round_to_int32(yb) : rows.a;
+  rows.c = rows.a;
+  if (std::abs(yc - ya) >= same_row) {
+    rows.c = std::abs(yc - yb) >= same_row ? round_to_int32(yc) : rows.b;
+  }
+  return rows;
+}
+
+double row_count(int32_t from, int32_t to) {
+  return static_cast<double>(to) - from;
+}
+
+void skip_rows(ShadePoint *p, const ShadePoint &step, int64_t count) {
+  for (int i = 0; i < shade_values; ++i)
+    p->v[i] = repeated_sum(p->v[i], step.v[i], count);
+  p->x = repeated_sum(p->x, step.x, count);
+}
+
+// The rows first to last, whether on the page or not. Edges are not stepped past the page.
+void walk_rows(const Target &t, ShadeEdges *edges, int64_t first, int64_t last) {
+  if (first > last) return;
+  const int64_t skipped = std::clamp<int64_t>(t.box.y1 - first, 0, last - first + 1);
+  if (skipped > 0) {
+    skip_rows(&edges->on_short, edges->short_step, skipped);
+    skip_rows(&edges->on_long, edges->long_step, skipped);
+  }
+  first += skipped;
+  last = std::min<int64_t>(last, t.box.y2);
+  if (first > last) return;
+  shade_rows_plain(t, edges, static_cast<int32_t>(first), static_cast<int32_t>(last));
+}
+
+// All corners on one row. Places and depths follow x, colours stay in the order of y. Kept: the
+// faces of flat surfaces seen from the side depend on it.
+void shade_flat(const Target &t, const Corners &c, const int32_t *by_y, int32_t row) {
+  int32_t by_x[3];
+  sort3_double(c.x, &by_x[0], &by_x[1], &by_x[2]);
+  ShadePoint points[3];
+  for (int i = 0; i < 3; ++i) {
+    points[i] = corner(c, by_y[i]);
+    points[i].x = c.x[by_x[i]];
+    points[i].v[shade_z] = c.z[by_x[i]];
+  }
+  shade_span(t, points[0], points[1], row);
+  shade_span(t, points[1], points[2], row);
+}
+
+void shade_triangle(const Target &t, const Corners &corners) {
+  if (is_empty(t.box)) return;
+  int32_t order[3];
+  sort3_double(corners.y, &order[0], &order[1], &order[2]);
+  const Rows rows = corner_rows(corners.y[order[0]], corners.y[order[1]], corners.y[order[2]]);
+  if (rows.a == rows.b && rows.a == rows.c) return shade_flat(t, corners, order, rows.a);
+  const ShadePoint a = corner(corners, order[0]);
+  const ShadePoint b = corner(corners, order[1]);
+  const ShadePoint c = corner(corners, order[2]);
+  const double lower_rows = row_count(rows.b, rows.c);
+  ShadeEdges edges;
+  edges.on_long = a;
+  edges.long_step = row_step(a, c, row_count(rows.a, rows.c));
+  if (rows.a == rows.b) {
+    edges.on_short = b;
+    edges.short_step = row_step(b, c, lower_rows);
+    return walk_rows(t, &edges, rows.b, rows.c);
+  }
+  edges.on_short = a;
+  edges.short_step = row_step(a, b, row_count(rows.a, rows.b));
+  walk_rows(t, &edges, rows.a, rows.b);
+  if (rows.c == rows.b || rows.b >= t.box.y2) return;
+  // The long edge goes on with its sums; the short one starts again, a row after the corner.
+  edges.short_step = row_step(b, c, lower_rows);
+  edges.on_short = b;
+  step_point(&edges.on_short, edges.short_step);
+  walk_rows(t, &edges, static_cast<int64_t>(rows.b) + 1, rows.c);
+}
+
+void forward_triangle(const OutputContext *context, const Corners &c) {
+  const GlCalls *gl = window_gl(context);
+  if (gl == nullptr) return;
+  const auto alpha = static_cast<float>(context->colour_alpha / 255.0);
+  gl->begin(gl_triangles);
+  for (int i = 0; i < 3; ++i) {
+    const auto r = static_cast<float>(c.r[i]);
+    const auto g = static_cast<float>(c.g[i]);
+    const auto b = static_cast<float>(c.b[i]);
+    if (context->alpha_blend_on != 0) {
+      gl->colour_4f(r, g, b, alpha);
+    } else {
+      gl->colour_3f(r, g, b);
+    }
+    gl->vertex_3f(static_cast<float>(c.x[i]), static_cast<float>(turned(context, c.y[i])),
+                  static_cast<float>(c.z[i]));
+  }
+  gl->end();
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+using namespace quorix;
+
+extern "C" int32_t qqztri3(const double *x, const double *y, const double *z, const double *r,
+                           const double *g, const double *b, int32_t device) {
+  OutputContext *context = output_context;
+  if (context == nullptr) return 0;
+  const Corners corners = {x, y, z, r, g, b};
+  if (forwards_to_gl(context)) {
+    forward_triangle(context, corners);
+    return 0;
+  }
+  if (device > last_window_device) flush_raster(context);
+  Target target;
+  if (open_target(context, device, Depths::used, &target)) shade_triangle(target, corners);
+  return 0;
+}
+
+extern "C" int32_t qqztri2(const double *x, const double *y, const int32_t *colour, const double *z,
+                           int32_t device) {
+  if (output_context == nullptr) return 0;
+  double r[3];
+  double g[3];
+  double b[3];
+  for (int i = 0; i < 3; ++i) {
+    Rgb rgb = {};
+    colour_to_rgb(output_context, colour[i], &rgb.r, &rgb.g, &rgb.b);
+    r[i] = rgb.r / 255.0;
+    g[i] = rgb.g / 255.0;
+    b[i] = rgb.b / 255.0;
+  }
+  return qqztri3(x, y, z, r, g, b, device);
+}
+
+extern "C" int32_t qqztri(const int32_t *x, const int32_t *y, const int32_t *colour,
+                          const double *z, int32_t device) {
+  double xs[3];
+  double ys[3];
+  for (int i = 0; i < 3; ++i) {
+    xs[i] = static_cast<double>(x[i]);
+    ys[i] = static_cast<double>(y[i]);
+  }
+  return qqztri2(xs, ys, colour, z, device);
+}

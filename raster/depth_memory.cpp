@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+//
+// The memory of the depth buffer.
+//
+// depth_width and depth_height tell what the buffer was allocated for; the record's `width` and
+// `height` may belong to another device by the time it is used. depth_on without a buffer means
+// that the depths are kept elsewhere, by OpenGL.
+#include <algorithm>
+
+#include "platform/memory.h"
+#include "raster/raster.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr float cleared_depth = 2.0F;
+
+size_t depth_count(const OutputContext *context) {
+  return static_cast<size_t>(context->depth_width) * static_cast<size_t>(context->depth_height);
+}
+
+}  // namespace
+
+void release_depth_buffer(OutputContext *context) {
+  release_bytes(context->depth_buffer);
+  context->depth_buffer = nullptr;
+  context->depth_width = 0;
+  context->depth_height = 0;
+}
+
+bool renew_depth_buffer(OutputContext *context, int32_t width, int32_t height) {
+  if (width < 1 || height < 1) return false;
+  size_t count = 0;
+  if (!checked_product(&count, static_cast<size_t>(width), static_cast<size_t>(height))) {
+    return false;
+  }
+  auto buffer = allocate_array<float>(count);
+  if (!buffer) return false;
+  release_depth_buffer(context);
+  context->depth_buffer = buffer.release();
+  context->depth_width = width;
+  context->depth_height = height;
+  clear_depth_buffer(context);
+  return true;
+}
+
+void clear_depth_buffer(OutputContext *context) {
+  if (context->depth_buffer == nullptr) return;
+  std::fill_n(context->depth_buffer, depth_count(context), cleared_depth);
+}
+
+}  // namespace quorix
