@@ -1,8 +1,12 @@
 # SPDX-License-Identifier: MIT
 """What is installed can be moved: no file names a folder of the build."""
+import re
 import unittest
 
 from package import CONFIG, LIB, PREFIX, SHARED, STATIC, WINDOWS, main
+
+# Where a path begins.
+START = r"(?:(?<![\w}/.-])|(?<=-I)|(?<=-L))"
 
 
 class Files(unittest.TestCase):
@@ -20,7 +24,8 @@ class Files(unittest.TestCase):
         for path in texts:
             text = path.read_text()
             for folder in (CONFIG["build"], CONFIG["source"], CONFIG["prefix"]):
-                self.assertNotIn(folder, text, path)
+                # As a path of its own, or the start of one.
+                self.assertNotRegex(text, START + re.escape(folder) + r"(?![\w.-])", path)
 
     def test_the_version_is_the_projects(self):
         self.assertIn(f"\nVersion: {CONFIG['version']}\n", (LIB / "pkgconfig/quorix.pc").read_text())
