@@ -152,6 +152,8 @@ TEST_F(Row, IsCutToThePageWhileItsBufferGoesOn) {
   qqvrow(row, 0, 2, 3);
   qqvrow(row, 3, 0, 3);
   qqvrow(row, INT32_MAX, 0, 3);
+  qqvrow(row, INT32_MAX, 0, INT32_MIN);
+  qqvrow(row, 3, 1, INT32_MAX);
   EXPECT_EQ(picture(), rows({"456", "..2"}));
   const uint8_t triples[] = {255, 0, 0, 0, 255, 0, 0, 0, 255};
   qqvrow(triples, -1, 1, -3);

@@ -125,7 +125,7 @@ int32_t colour(Sketch &sketch) {
 void page_side(Random &random, int32_t *w, int32_t *h) {
   *w = between(random, 8, 40);
   *h = between(random, 8, 32);
-  switch (below(random, 12)) {
+  switch (below(random, 16)) {
     case 0:
       *w = 1;
       break;
@@ -140,8 +140,16 @@ void page_side(Random &random, int32_t *w, int32_t *h) {
       *w = between(random, 40, 64);
       *h = between(random, 32, 48);
       break;
+    case 4:  // long rows
+      *w = between(random, 64, 400);
+      *h = between(random, 1, 5);
+      break;
     default:
       break;
+  }
+  if (one_in(random, 1000)) {
+    *w = between(random, 100, 600);
+    *h = between(random, 100, 400);
   }
 }
 
