@@ -69,7 +69,10 @@ bool crop_buffers(OutputContext *context, const Rect &r) {
   const RasterPage cropped = {r.x2 - r.x1 + 1, r.y2 - r.y1 + 1, context->page.rgba};
   const bool layer_open =
       context->raster_state == raster_blending && context->raster == context->blend_raster;
-  const bool has_base = context->raster_base != nullptr;
+  // Under a layer of the window device the base may be another page, of its own kind and size.
+  const bool has_base =
+      context->raster_base != nullptr && contains_rectangle(context->base_page, r);
+  const RasterPage cropped_base = {cropped.width, cropped.height, context->base_page.rgba};
   uint8_t *base = has_base ? copy_rectangle(context->raster_base, context->base_page, r) : nullptr;
   uint8_t *layer =
       layer_open ? copy_rectangle(context->blend_raster, context->blend_page, r) : nullptr;
@@ -80,7 +83,7 @@ bool crop_buffers(OutputContext *context, const Rect &r) {
     release_bytes(layer);
     return false;
   }
-  if (has_base) replace_buffer(&context->raster_base, &context->base_page, base, cropped);
+  if (has_base) replace_buffer(&context->raster_base, &context->base_page, base, cropped_base);
   replace_buffer(&context->blend_raster, &context->blend_page, layer,
                  layer_open ? cropped : RasterPage{});
   replace_depth(context, depth, cropped);
