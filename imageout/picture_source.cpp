@@ -9,6 +9,16 @@
 
 namespace quorix {
 
+namespace {
+
+// A device takes the kind of samples from the sign of the width.
+int32_t request_width(const PictureSource &source, Samples samples) {
+  const auto width = static_cast<int32_t>(source.area.width);
+  return samples == Samples::rgb ? -width : width;
+}
+
+}  // namespace
+
 PixelPath pixel_path(int32_t device, int32_t height) {
   if (device < 0) return PixelPath::true_colour;
   return height < 0 ? PixelPath::quantised : PixelPath::indexed;
@@ -30,12 +40,6 @@ bool picture_bytes(const PictureSource &source, Samples samples, size_t *bytes) 
   if (area.width > INT32_MAX || area.height > INT32_MAX) return false;
   return checked_product(bytes, static_cast<size_t>(area.width), static_cast<size_t>(area.height),
                          bytes_per_pixel(samples));
-}
-
-// A device takes the kind of samples from the sign of the width.
-static int32_t request_width(const PictureSource &source, Samples samples) {
-  const auto width = static_cast<int32_t>(source.area.width);
-  return samples == Samples::rgb ? -width : width;
 }
 
 void read_picture_row(const PictureSource &source, int64_t row, Samples samples, uint8_t *pixels) {

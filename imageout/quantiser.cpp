@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 //
 // The tree lives in one record with room for all the nodes it can ever have, named by numbers. A
-// table over the upper five bits of each channel names the node that a colour passes on level 5, or
-// the leaf above it in which it ends, so that few pixels take a walk from the root. When a node
-// takes in its children, all table entries beneath it name that node from then on, so none goes
-// stale.
+// table over the upper six bits of each channel names the node that a colour passes on level 6, or
+// the leaf above it in which it ends, so that few pixels take a walk at all, and none but the first
+// of its kind from the root. When a node takes in its children, all table entries beneath it name
+// that node from then on, so none goes stale.
 #include "imageout/quantiser.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "platform/memory.h"
 
@@ -16,7 +17,7 @@ namespace quorix {
 namespace {
 
 constexpr int levels = 8;       // below the root: one for each bit of a channel
-constexpr int table_level = 5;  // bits of each channel in the table's key
+constexpr int table_level = 6;  // bits of each channel in the table's key
 constexpr size_t table_side = size_t{1} << table_level;
 constexpr size_t table_size = table_side * table_side * table_side;
 
@@ -30,8 +31,7 @@ using Colour = uint32_t;  // 0xRRGGBB: a record of three bytes would travel thro
 using NodeNumber = uint16_t;
 constexpr NodeNumber no_node = 0;
 
-// A node, with a bit that tells that it is a leaf and saves looking. Once the palette is made, a
-// leaf's entry holds its palette index instead.
+// A node, with a bit that tells that it is a leaf and saves looking.
 using TableEntry = uint16_t;
 constexpr TableEntry leaf_entry = 0x8000;
 static_assert(node_capacity < leaf_entry);
@@ -43,12 +43,12 @@ struct ColourNode {
   NodeNumber next;  // on its level's list of inner nodes, or on the list of free nodes
   uint8_t level;
   bool leaf;
-  uint8_t index;  // in the palette
-  Colour base;    // the smallest colour that comes here
+  Colour base;  // the smallest colour that comes here
 };
 
 struct Quantiser {
   ColourNode nodes[node_capacity + 1];  // number 0 is none
+  uint8_t index[node_capacity + 1];     // of a leaf in the palette
   TableEntry table[table_size];
   NodeNumber reducible[levels];  // inner nodes by level, made last first
   NodeNumber root;
@@ -192,13 +192,23 @@ void merge_one(Quantiser *q) {
 
 // ---- the passes
 
-// Pixels from `first` on that have its colour.
+// Whether a pixel and the two behind it are equal, and so far the start of the next: compared as
+// eight bytes, which repeat after three.
+bool starts_run(const uint8_t *rgb, size_t pixel) {
+  uint64_t here;
+  uint64_t next;
+  std::memcpy(&here, rgb + 3 * pixel, sizeof(here));
+  std::memcpy(&next, rgb + 3 * (pixel + 1), sizeof(next));
+  return here == next;
+}
+
+// Pixels from `first` on that have its colour, or 1 if they are few. In a photograph one pixel may
+// well be like the next, which no processor guesses, but hardly like the next three.
 size_t run_length(const uint8_t *rgb, size_t first, size_t pixels) {
-  const Colour c = colour_at(rgb, first);
-  size_t end = first + 1;
-  while (end < pixels && colour_at(rgb, end) == c)
-    ++end;
-  return end - first;
+  size_t last = first;
+  while (last + 4 <= pixels && starts_run(rgb, last))
+    last += 2;
+  return last - first + 1;
 }
 
 // Only the first pixel of a run can bring a leaf too many; the others fall on whatever leaf its
@@ -234,31 +244,29 @@ void make_palette(Quantiser *q, NodeNumber number, Palette *palette) {
   palette->reds[palette->count] = static_cast<uint8_t>(node.red / node.pixels);
   palette->greens[palette->count] = static_cast<uint8_t>(node.green / node.pixels);
   palette->blues[palette->count] = static_cast<uint8_t>(node.blue / node.pixels);
-  node.index = static_cast<uint8_t>(palette->count++);
-}
-
-void put_indices_in_table(Quantiser *q) {
-  for (TableEntry &entry : q->table)
-    if ((entry & leaf_entry) != 0) entry = leaf_entry | q->nodes[entry ^ leaf_entry].index;
+  q->index[number] = static_cast<uint8_t>(palette->count++);
 }
 
 // Every colour of the picture has its entry and its leaf by now.
-uint8_t index_of(Quantiser *q, Colour c) {
+uint8_t index_of(const Quantiser *q, Colour c) {
   const TableEntry entry = q->table[table_key(c)];
-  if ((entry & leaf_entry) != 0) return static_cast<uint8_t>(entry & 0xff);
-  return q->nodes[descend(q, entry, c, levels)].index;
+  if ((entry & leaf_entry) != 0) return q->index[entry ^ leaf_entry];
+  NodeNumber number = entry;
+  for (int level = table_level; !q->nodes[number].leaf; ++level)
+    number = q->nodes[number].children[child_of(c, level)];
+  return q->index[number];
 }
 
-void write_indices(Quantiser *q, const uint8_t *rgb, size_t pixels, uint8_t *indices) {
-  Colour last = colour_at(rgb, 0);
-  uint8_t index = index_of(q, last);
-  for (size_t i = 0; i < pixels; ++i) {
-    const Colour c = colour_at(rgb, i);
-    if (c != last) {
-      last = c;
-      index = index_of(q, c);
+void write_indices(const Quantiser *q, const uint8_t *rgb, size_t pixels, uint8_t *indices) {
+  for (size_t i = 0; i < pixels;) {
+    const uint8_t index = index_of(q, colour_at(rgb, i));
+    const size_t run = run_length(rgb, i, pixels);
+    if (run == 1) {
+      indices[i] = index;
+    } else {
+      std::memset(indices + i, index, run);
     }
-    indices[i] = index;
+    i += run;
   }
 }
 
@@ -277,7 +285,6 @@ void quantise(const uint8_t *rgb, size_t width, size_t height, uint8_t *indices,
   grow_tree(q, rgb, pixels);
   Palette palette = {reds, greens, blues, 0};
   make_palette(q, q->root, &palette);
-  put_indices_in_table(q);
   write_indices(q, rgb, pixels, indices);
 }
 
