@@ -17,8 +17,10 @@ void cancel_by_pairs(Edge *edges, int32_t count) {
   for (int32_t j = 0; j < count - 1; ++j) {
     const Edge e = edges[j];
     if (e.from == 0) continue;
+    // Both numbers in one comparison; a cancelled edge equals none.
+    const auto wanted = std::bit_cast<uint64_t>(Edge{e.to, e.from});
     for (int32_t k = j + 1; k < count; ++k) {
-      if (edges[k].from != e.to || edges[k].to != e.from) continue;
+      if (std::bit_cast<uint64_t>(edges[k]) != wanted) continue;
       edges[k].from = 0;
       edges[j].from = 0;
     }

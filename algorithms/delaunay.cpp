@@ -40,7 +40,7 @@ enum Status {
 };
 
 // What stands in `circle_of` of a triangle without a circle.
-constexpr int32_t no_circle = 0;   // finished, or no point can be in it
+constexpr int32_t no_circle = 0;   // finished
 constexpr int32_t flat_mark = -1;  // its corners lie on a line: whoever tests it fails
 
 struct Triangulation {
@@ -52,6 +52,8 @@ struct Triangulation {
   int32_t first_new;   // the last point's triangles stand from here on
   bool watch_new;      // one of them needs a look at the next point
   int32_t edge_room;
+  int32_t points;        // in `order`
+  int32_t next_stretch;  // the place in `order` where the next stretch of the sweep begins
   UnfinishedCircles unfinished;
   OwnedArray<int32_t> order;
   OwnedArray<int32_t> circle_of;  // of each triangle, its number in `unfinished` or a mark
@@ -117,7 +119,7 @@ int32_t file_circumcircle(Triangulation *t, int32_t slot, double x) {
   const double b2 = bx * bx + by * by;
   const double u = (a2 * by - b2 * ay) * f;
   const double v = (ax * b2 - bx * a2) * f;
-  const Circle circle = {x1 + u, y1 + v, u * u + v * v, slot, 0};
+  const Circle circle = {x1 + u, y1 + v, u * u + v * v, slot, 0, 0};
   if (!(circle.r2 - triangulation_tolerance > 0.0)) return no_circle;  // NaN too
   if (is_passed(circle, x)) {
     // Beyond it on the right is for good. On the left, which takes a huge circle or one that the
@@ -125,7 +127,7 @@ int32_t file_circumcircle(Triangulation *t, int32_t slot, double x) {
     if (!(circle.x > x)) return no_circle;
     t->watch_new = true;
   }
-  return file_circle(&t->unfinished, circle.x, circle.y, circle.r2, x, slot);
+  return file_circle(&t->unfinished, circle, x);
 }
 
 void append_triangle(Triangulation *t, int32_t a, int32_t b, int32_t c, double x) {
@@ -153,19 +155,25 @@ int32_t look_at_new(Triangulation *t, double x) {
   return hits;
 }
 
-// The slots of all triangles that the point removes, or fails at, in ascending order.
-int32_t find_hits(Triangulation *t, double x, double y) {
+// Goes to the stretch of the sweep that begins at place `at` of the order.
+void next_stretch(Triangulation *t, int32_t at) {
+  const int32_t points = std::min(stretch_points(t->unfinished), t->points - at);
+  t->next_stretch = at + points;
+  begin_stretch(&t->unfinished, t->x[t->order[at]], t->x[t->order[t->next_stretch - 1]],
+                t->circle_of.get());
+}
+
+// The slots of all triangles that the point at place `at` of the order removes, or fails at, in
+// ascending order.
+int32_t find_hits(Triangulation *t, int32_t at) {
+  const double x = t->x[t->order[at]];
+  const double y = t->y[t->order[at]];
   int32_t *const slots = t->hits.get();
-  int32_t *const circle_of = t->circle_of.get();
   int32_t hits = t->watch_new ? look_at_new(t, x) : 0;
+  if (at == t->next_stretch) next_stretch(t, at);
   if (t->unfinished.occupied_levels != 0 && !std::isnan(y)) {
-    take_hit_circles(
-        &t->unfinished, x, y,
-        [&](int32_t slot) {
-          circle_of[slot] = no_circle;
-          slots[hits++] = slot;
-        },
-        [&](int32_t slot) { circle_of[slot] = no_circle; });
+    take_hit_circles(&t->unfinished, x, y, t->circle_of.get(),
+                     [&](int32_t slot) { slots[hits++] = slot; });
   }
   std::sort(slots, slots + hits);
   return hits;
@@ -204,9 +212,9 @@ Status remove_hits(Triangulation *t, int32_t hits, int32_t *edge_count) {
   return done;
 }
 
-Status insert_point(Triangulation *t, int32_t point) {
-  const double x = t->x[point];
-  const int32_t hits = find_hits(t, x, t->y[point]);
+Status insert_point(Triangulation *t, int32_t at) {
+  const int32_t point = t->order[at];
+  const int32_t hits = find_hits(t, at);
   int32_t edges = 0;
   const Status status = remove_hits(t, hits, &edges);
   if (status != done) return status;
@@ -216,25 +224,28 @@ Status insert_point(Triangulation *t, int32_t point) {
     const Edge e = t->edges[i];
     if (e.from == 0) continue;
     if (t->count >= t->room) return list_full;
-    append_triangle(t, e.from, e.to, point + 1, x);
+    append_triangle(t, e.from, e.to, point + 1, t->x[point]);
   }
   return done;
 }
 
-Status insert_all(Triangulation *t, int32_t points) {
-  t->count = t->first_new = 0;
-  t->watch_new = false;
-  append_triangle(t, t->n + 1, t->n + 2, t->n + 3, t->x[t->order[0]]);
-  for (int32_t i = 0; i < points; ++i) {
-    const int32_t point = t->order[i];
-    if (std::isnan(t->x[point])) {
-      // It finishes every triangle, so nothing can change any more.
-      return t->watch_new && look_at_new(t, t->x[point]) > 0 ? degenerate : done;
-    }
-    const Status status = insert_point(t, point);
+// A point whose X is NaN finishes every triangle, so that the points after it change nothing. All
+// that it can do itself is to fail at a flat triangle.
+Status insert_nan(Triangulation *t) {
+  return t->watch_new && look_at_new(t, NAN) > 0 ? degenerate : done;
+}
+
+Status insert_all(Triangulation *t) {
+  const double first_x = t->x[t->order[0]];
+  const bool ends_with_nan = std::isnan(t->x[t->order[t->points - 1]]);
+  if (ends_with_nan) --t->points;
+  t->unfinished.stretch_end = first_x;
+  append_triangle(t, t->n + 1, t->n + 2, t->n + 3, first_x);
+  for (int32_t at = 0; at < t->points; ++at) {
+    const Status status = insert_point(t, at);
     if (status != done) return status;
   }
-  return done;
+  return ends_with_nan ? insert_nan(t) : done;
 }
 
 void remove_outer_triangles(Triangulation *t) {
@@ -260,10 +271,10 @@ Status triangulate(Triangulation *t, double *x, double *y, int32_t nmax) {
   // Each point can bring no more triangles than there is room for edges.
   t->room = static_cast<int32_t>(std::min(int64_t{nmax}, 1 + int64_t{t->n} * t->edge_room));
   if (!allocate(t, ey)) return no_memory;
-  const int32_t points = find_sweep_order(x, y, t->n, t->order.get());
-  if (points < 0) return no_memory;
+  t->points = find_sweep_order(x, y, t->n, t->order.get());
+  if (t->points < 0) return no_memory;
   write_outer_corners(x, y, t->n, ex, ey);
-  const Status status = insert_all(t, points);
+  const Status status = insert_all(t);
   if (status == done) remove_outer_triangles(t);
   return status;
 }

@@ -15,7 +15,11 @@ constexpr double slack = 1e-14;
 // Cells of the finest level for each point. More let clusters be told apart, fewer stay in cache.
 constexpr double cells_per_point = 0.25;
 
+constexpr int32_t least_stretch = 8;
+constexpr int32_t circles_per_stretch_point = 4;
+
 int32_t take_free(UnfinishedCircles *f) {
+  ++f->live;
   if (f->free == 0) return ++f->used;
   const int32_t number = f->free;
   f->free = f->circles[number].next;
@@ -40,6 +44,27 @@ int32_t lay_out_levels(UnfinishedCircles *f, int32_t finest_cells) {
   return start;
 }
 
+// Puts a circle into the cell of what it covers of Y from x to the end of the stretch.
+void put_into_cell(UnfinishedCircles *f, int32_t number, double x) {
+  Circle &c = f->circles[number];
+  c.cell = -1;
+  const double nearest_x = std::clamp(c.x, x, f->stretch_end);
+  const double away = c.x - nearest_x;
+  const double half = std::sqrt(c.r2 - away * away + slack * c.r2);
+  const double margin = slack * (std::abs(c.y) + half);
+  const double lo = std::max(c.y - half - margin, f->y_first);
+  const double hi = std::min(c.y + half + margin, f->y_last);
+  if (!(lo <= hi)) return;
+  const auto first = static_cast<uint32_t>(finest_cell(*f, lo));
+  const auto last = static_cast<uint32_t>(finest_cell(*f, hi));
+  const int32_t level = std::bit_width(last - first);
+  c.cell = f->level_start[level] + static_cast<int32_t>(first >> level) + 1;
+  c.next = f->cells[c.cell];
+  f->cells[c.cell] = number;
+  ++f->in_level[level];
+  f->occupied_levels |= 1U << level;
+}
+
 }  // namespace
 
 bool open_circles(UnfinishedCircles *f, int32_t points, int32_t most, double y_first,
@@ -47,7 +72,7 @@ bool open_circles(UnfinishedCircles *f, int32_t points, int32_t most, double y_f
   const int32_t finest_cells = finest_level_cells(points);
   const int32_t all_cells = lay_out_levels(f, finest_cells);
   f->last_cell = finest_cells - 1;
-  f->used = f->free = 0;
+  f->used = f->free = f->live = 0;
   f->occupied_levels = 0;
   f->y_first = y_first;
   f->y_last = y_last;
@@ -58,24 +83,35 @@ bool open_circles(UnfinishedCircles *f, int32_t points, int32_t most, double y_f
   return f->circles && f->cells;
 }
 
-int32_t file_circle(UnfinishedCircles *f, double x, double y, double r2, double sweep_x,
-                    int32_t triangle) {
-  const double behind = std::min(x - sweep_x, 0.0);
-  const double half = std::sqrt(r2 - behind * behind + slack * r2);
-  const double margin = slack * (std::abs(y) + half);
-  const double lo = std::max(y - half - margin, f->y_first);
-  const double hi = std::min(y + half + margin, f->y_last);
-  if (!(lo <= hi)) return 0;
-  const auto first = static_cast<uint32_t>(finest_cell(*f, lo));
-  const auto last = static_cast<uint32_t>(finest_cell(*f, hi));
-  const int32_t level = std::bit_width(last - first);
-  int32_t *const cell = &f->cells[f->level_start[level] + static_cast<int32_t>(first >> level) + 1];
+int32_t file_circle(UnfinishedCircles *f, const Circle &circle, double x) {
   const int32_t number = take_free(f);
-  f->circles[number] = {x, y, r2, triangle, *cell};
-  *cell = number;
-  ++f->in_level[level];
-  f->occupied_levels |= 1U << level;
+  f->circles[number] = circle;
+  put_into_cell(f, number, x);
   return number;
+}
+
+int32_t stretch_points(const UnfinishedCircles &f) {
+  return std::max(f.live / circles_per_stretch_point, least_stretch);
+}
+
+void begin_stretch(UnfinishedCircles *f, double x, double stretch_end, int32_t *circle_of) {
+  int32_t kept = 0;
+  for (int32_t i = 1; i <= f->used; ++i) {
+    const Circle &c = f->circles[i];
+    if (c.triangle < 0) continue;
+    if (c.cell >= 0) f->cells[c.cell] = 0;
+    const bool passed = is_passed(c, x);
+    circle_of[c.triangle] = passed ? 0 : ++kept;
+    if (!passed) f->circles[kept] = c;
+  }
+  for (int32_t &count : f->in_level)
+    count = 0;
+  f->occupied_levels = 0;
+  f->used = f->live = kept;
+  f->free = 0;
+  f->stretch_end = stretch_end;
+  for (int32_t i = 1; i <= kept; ++i)
+    put_into_cell(f, i, x);
 }
 
 }  // namespace quorix
