@@ -53,6 +53,19 @@ void save_palette_png(const char *file, int width, int height, const uint32_t *p
   check_png(file, status);
 }
 
+void blend_colours(uint32_t *palette, int count, const uint32_t *stops, int stop_count) {
+  int last = count > 1 ? count - 1 : 1;
+  for (int i = 0; i < count; i++) {
+    int at = i * (stop_count - 1), left = at / last, part = at % last;
+    int right = left + 1 < stop_count ? left + 1 : left;
+    palette[i] = 0;
+    for (int shift = 0; shift <= 16; shift += 8) {
+      int from = (int)(stops[left] >> shift & 255), to = (int)(stops[right] >> shift & 255);
+      palette[i] |= (uint32_t)((from * (last - part) + to * part + last / 2) / last) << shift;
+    }
+  }
+}
+
 void set_pen(int width, int cap, int join) {
   int32_t values[3] = {width, cap, join};
   for (int i = 0; i < 3; i++)
@@ -98,7 +111,7 @@ void format_tick(char *text, size_t room, double value, double step) {
   for (double unit = step; decimals < 9 && fabs(unit - floor(unit + 0.5)) > 1e-6 * unit; unit *= 10)
     decimals++;
   if (fabs(value) < step / 2) value = 0; /* no "-0" */
-  if (fabs(value) >= 1e9 || step < 1e-8)
+  if (fabs(value) >= 1e12 || step < 1e-8)
     snprintf(text, room, "%g", value);
   else
     snprintf(text, room, "%.*f", decimals, value);
@@ -110,7 +123,8 @@ static void draw_ticks(const Axes *axes, int vertical, int grid) {
   double last = vertical ? axes->y_last : axes->x_last;
   double low = first < last ? first : last, high = first < last ? last : first;
   int length = vertical ? axes->bottom - axes->top : axes->right - axes->left;
-  double step = nice_step(high - low, length / (vertical ? 90 : 150) + 1);
+  double step = vertical ? axes->y_step : axes->x_step;
+  if (step <= 0) step = nice_step(high - low, length / (vertical ? 90 : 150) + 1);
   char text[32];
   for (double n = ceil(low / step - 1e-9); n * step <= high + step * 1e-9; n++) {
     int at = vertical ? row_of(axes, n * step) : column_of(axes, n * step);
@@ -156,4 +170,24 @@ void draw_axes(const Axes *axes, const char *title, const char *x_title, const c
   if (x_title) draw_text(middle, axes->bottom + 88, LABEL_SIZE, CENTRE, x_title);
   if (y_title)
     draw_text_upward(axes->left - 104, (axes->top + axes->bottom) / 2, LABEL_SIZE, CENTRE, y_title);
+}
+
+void draw_colour_bar(int left, int top, int bottom, int first, int count, double low, double high,
+                     const char *title) {
+  Axes axes = {left, top, left + 40, bottom, 0, 1, low, high, 0, 0};
+  double step = nice_step(high - low, (bottom - top) / 90 + 1);
+  char text[32];
+  for (int y = top; y <= bottom; y++)
+    qqvfll(left, y, left + 40, y, first + (bottom - y) * count / (bottom - top + 1));
+  qqvclr(GREY);
+  draw_frame(&axes);
+  for (double n = ceil(low / step); n * step <= high; n++) {
+    int y = row_of(&axes, n * step);
+    format_tick(text, sizeof text, n * step, step);
+    draw_text(left + 60, y + TICK_SIZE / 2, TICK_SIZE, LEFT, text);
+    set_pen(2, BUTT_CAP, MITER_JOIN);
+    qqvlin(left + 40, y, left + 50, y);
+  }
+  qqvclr(INK);
+  draw_text(left, top - 28, LABEL_SIZE, LEFT, title);
 }

@@ -47,6 +47,9 @@ void open_palette_page(int width, int height, const uint32_t *palette);
 void save_png(const char *file, int width, int height);
 void save_palette_png(const char *file, int width, int height, const uint32_t *palette);
 
+/* Fills `count` words of a palette from one colour 0xRRGGBB to the next. */
+void blend_colours(uint32_t *palette, int count, const uint32_t *stops, int stop_count);
+
 /* ---- Pens and text ----------------------------------------------------------------------- */
 
 void set_pen(int width, int cap, int join);
@@ -73,6 +76,7 @@ typedef struct Axes {
   int left, top, right, bottom; /* the plot's area, in pixels */
   double x_first, x_last;       /* what its left and right edges stand for */
   double y_first, y_last;       /* its bottom and top edges */
+  double x_step, y_step;        /* between ticks; 0 finds a good one */
 } Axes;
 
 /* Where a value stands, in pixels. */
@@ -86,6 +90,10 @@ double nice_step(double span, int parts);
 
 /* Draws grid, frame, ticks with their numbers, and three titles, each of which may be null. */
 void draw_axes(const Axes *axes, const char *title, const char *x_title, const char *y_title);
+
+/* Draws the palette entries from `first` on as an upright bar, marked from low to high. */
+void draw_colour_bar(int left, int top, int bottom, int first, int count, double low, double high,
+                     const char *title);
 
 /* Numbers that draw_axes would put at the ticks, for colour bars and the like. */
 void format_tick(char *text, size_t room, double value, double step);

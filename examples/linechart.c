@@ -172,15 +172,14 @@ static int range_of(const Table *table, int first, int last, double *low, double
   return *low <= *high;
 }
 
-/* Widens a range to whole steps, and one value to a range. */
-static void round_range(double *low, double *high, int parts) {
-  if (*low == *high) {
-    *low -= *low == 0 ? 1 : fabs(*low) / 2;
-    *high += *high == 0 ? 1 : fabs(*high) / 2;
-  }
-  double step = nice_step(*high - *low, parts);
-  *low = floor(*low / step) * step;
-  *high = ceil(*high / step) * step;
+/* Makes a range of values that are one, or too near each other to tell their ticks apart. */
+static void widen_range(double *low, double *high) {
+  const double near = 1e-13, smallest = 1e-300;
+  double size = fmax(fabs(*low), fabs(*high));
+  if (size > smallest && *high - *low > size * near) return;
+  double half = size > smallest ? size / 2 : 1;
+  *low -= half;
+  *high += half;
 }
 
 /* The room for a legend: its widest name, cut where it would take too much. */
@@ -207,13 +206,16 @@ static Axes axes_for(Table *table) {
   if (!range_of(table, 1, table->columns - 1, &axes.y_first, &axes.y_last))
     fail("%s: every value is missing", table->file);
   range_of(table, 0, 0, &axes.x_first, &axes.x_last);
-  if (!isfinite(axes.x_last - axes.x_first) || !isfinite(axes.y_last - axes.y_first))
-    fail("%s: the numbers are too far apart", table->file);
+  widen_range(&axes.x_first, &axes.x_last);
+  widen_range(&axes.y_first, &axes.y_last);
   double room = (axes.x_last - axes.x_first) / 50;
+  double step = nice_step(axes.y_last - axes.y_first, 8);
   axes.x_first -= room;
   axes.x_last += room;
-  if (room == 0) round_range(&axes.x_first, &axes.x_last, 10);
-  round_range(&axes.y_first, &axes.y_last, 8);
+  axes.y_first = floor(axes.y_first / step) * step;
+  axes.y_last = ceil(axes.y_last / step) * step;
+  if (!isfinite(axes.x_last - axes.x_first) || !isfinite(axes.y_last - axes.y_first))
+    fail("%s: the numbers are too far apart", table->file);
   return axes;
 }
 

@@ -1,0 +1,98 @@
+# SPDX-License-Identifier: MIT
+"""Pictures as the library writes them, decoded without it: PNG files with 8-bit samples and no
+row filters, and binary PPM files. Where pngcheck and netpbm are installed, they must agree."""
+import hashlib
+import shutil
+import subprocess
+import zlib
+
+
+class Wrong(Exception):
+    """What is wrong with a picture."""
+
+
+def want(condition, text):
+    if not condition:
+        raise Wrong(text)
+
+
+class Picture:
+    """Width, height, the bytes red, green, blue of every pixel, and how many are transparent."""
+
+    def __init__(self, width, height, rgb, clear):
+        self.width, self.height, self.rgb, self.clear = width, height, rgb, clear
+
+    def summary(self):
+        digest = hashlib.sha256(self.rgb).hexdigest()
+        return f"{self.width} {self.height} {self.clear} {digest}"
+
+
+def png_chunks(data):
+    want(data[:8] == b"\x89PNG\r\n\x1a\n", "no PNG signature")
+    chunks, at = {}, 8
+    while at < len(data):
+        size = int.from_bytes(data[at:at + 4], "big")
+        kind, body = data[at + 4:at + 8], data[at + 8:at + 8 + size]
+        stored = int.from_bytes(data[at + 8 + size:at + 12 + size], "big")
+        want(stored == zlib.crc32(kind + body), f"wrong CRC of {kind}")
+        want(kind not in chunks, f"two chunks {kind}")
+        chunks[kind] = body
+        at += 12 + size
+    want(list(chunks)[0] == b"IHDR" and list(chunks)[-1] == b"IEND", "wrong order of chunks")
+    return chunks
+
+
+def decode_png(data):
+    chunks = png_chunks(data)
+    header = chunks[b"IHDR"]
+    width, height = (int.from_bytes(header[i:i + 4], "big") for i in (0, 4))
+    depth, kind = header[8], header[9]
+    want(depth == 8 and kind in (2, 3) and header[10:] == bytes(3), f"unexpected header {header}")
+    rows = zlib.decompress(chunks[b"IDAT"])
+    stride = 1 + width * (3 if kind == 2 else 1)
+    want(len(rows) == stride * height, "wrong number of pixels")
+    want(not any(rows[::stride]), "a filtered row")
+    pixels = b"".join(rows[y * stride + 1:(y + 1) * stride] for y in range(height))
+    transparent = chunks.get(b"tRNS")
+    if kind == 2:
+        if transparent is None:
+            return Picture(width, height, pixels, 0)
+        colour = bytes(transparent[1::2])
+        clear = sum(pixels[i:i + 3] == colour for i in range(0, len(pixels), 3))
+        return Picture(width, height, pixels, clear)
+    palette = chunks[b"PLTE"]
+    entries = [palette[i:i + 3] for i in range(0, len(palette), 3)]
+    want(max(pixels) < len(entries), "an index beyond the palette")
+    rgb = b"".join(map(entries.__getitem__, pixels))
+    return Picture(width, height, rgb, 0 if transparent is None else pixels.count(0))
+
+
+def decode_ppm(data):
+    magic, width, height, top = data.split(None, 4)[:4]
+    want(magic == b"P6" and top == b"255", "no PPM header")
+    rgb = data[len(b" ".join((magic, width, height, top))) + 1:]
+    want(len(rgb) == 3 * int(width) * int(height), "wrong number of pixels")
+    return Picture(int(width), int(height), rgb, 0)
+
+
+def ask(*command):
+    """What an independent program says, or None where it is not installed."""
+    if shutil.which(command[0]) is None:
+        return None
+    done = subprocess.run(command, capture_output=True)
+    want(done.returncode == 0, f"{' '.join(command)}: {done.stdout or done.stderr}")
+    return done.stdout
+
+
+def read(path):
+    data = path.read_bytes()
+    if path.suffix == ".ppm":
+        picture = decode_ppm(data)
+        ask("pamfile", str(path))
+        return picture
+    picture = decode_png(data)
+    ask("pngcheck", "-q", str(path))
+    pnm = ask("pngtopnm", str(path))
+    if pnm is not None and pnm.startswith(b"P6"):
+        want(decode_ppm(pnm).rgb == picture.rgb, "pngtopnm sees other pixels")
+    return picture
