@@ -45,7 +45,7 @@ SQUARES = "background: repeating-conic-gradient(#ddd 0% 25%, #fff 0% 50%) 0 0 / 
 
 FIGURE = """<figure>{picture}
 <figcaption>{caption}<br>
-<small><a href="{source_link}">{source}</a> <code>{command}</code></small></figcaption></figure>"""
+<small><a href="{source_link}">{source}</a>{command}</small></figcaption></figure>"""
 
 
 def read_list(path):
@@ -86,9 +86,10 @@ def figure(gallery, file, caption, source, command):
     if not (ROOT / source).is_file():
         sys.exit(f"gallery: {file}: there is no {source}")
     source_link = pathlib.Path(os.path.relpath(ROOT / source, gallery)).as_posix()
+    command = html.escape(command.replace("{data}", "examples/data"))
     return FIGURE.format(picture=picture, caption=html.escape(caption),
                          source=html.escape(source), source_link=html.escape(source_link),
-                         command=html.escape(command.replace("{data}", "examples/data")))
+                         command=command and f" <code>{command}</code>")
 
 
 def main():
