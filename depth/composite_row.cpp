@@ -38,7 +38,9 @@ void composite_row_rgba(uint8_t *to, uint8_t *layer, size_t count, CompositeRule
 }
 
 CompositeRow composite_row() {
-  return composite_row_rgba;
+  static const CompositeRow best =
+      __builtin_cpu_supports("avx2") != 0 ? composite_row_avx2 : composite_row_sse2;
+  return best;
 }
 
 }  // namespace quorix

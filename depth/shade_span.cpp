@@ -9,10 +9,6 @@ namespace quorix {
 
 namespace {
 
-// Equal depth passes while opaque; a blended pixel has to lie in front.
-constexpr double opaque_tolerance = 1e-6;
-constexpr double blended_distance = 0.001;
-
 // What all pixels of a target have in common.
 struct SpanRule {
   bool blended;

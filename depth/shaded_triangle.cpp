@@ -60,7 +60,7 @@ void skip_rows(ShadePoint *p, const ShadePoint &step, int64_t count) {
 }
 
 // The rows first to last, whether on the page or not. Edges are not stepped past the page.
-void walk_rows(const Target &t, ShadeEdges *edges, int64_t first, int64_t last) {
+void walk_rows(const Target &t, bool tame, ShadeEdges *edges, int64_t first, int64_t last) {
   if (first > last) return;
   const int64_t skipped = std::clamp<int64_t>(t.box.y1 - first, 0, last - first + 1);
   if (skipped > 0) {
@@ -70,7 +70,31 @@ void walk_rows(const Target &t, ShadeEdges *edges, int64_t first, int64_t last) 
   first += skipped;
   last = std::min<int64_t>(last, t.box.y2);
   if (first > last) return;
-  shade_rows_plain(t, edges, static_cast<int32_t>(first), static_cast<int32_t>(last));
+  shade_rows(t, tame, edges, static_cast<int32_t>(first), static_cast<int32_t>(last));
+}
+
+// A small triangle is drawn in less time than its memory takes to come, and whether a pixel passes
+// is hard to foresee, so all of its rows are asked for in advance. Inlined always: as a function of
+// its own the compiler takes it for one without effect.
+__attribute__((always_inline)) inline void fetch_rows(const Target &t, const Corners &c,
+                                                      const Rows &rows) {
+  constexpr int32_t most_rows = 24;
+  constexpr int32_t most_columns = 24;
+  if (t.bitmap.base == nullptr || t.depth == nullptr || rows.c - rows.a > most_rows) return;
+  const auto [low, high] = std::minmax({c.x[0], c.x[1], c.x[2]});
+  const int32_t left = std::max(to_int32(low), t.box.x1);
+  const int32_t right = std::min(to_int32(high), t.box.x2);
+  if (left > right || right - left > most_columns) return;
+  const int32_t last = std::min(rows.c, t.box.y2);
+  const size_t pixel_bytes = static_cast<size_t>(t.bitmap.bits) / 8;
+  for (int32_t y = std::max(rows.a, t.box.y1); y <= last; ++y) {
+    const float *depths = t.depth + y * t.depth_pitch;
+    const uint8_t *pixels = t.bitmap.base + static_cast<size_t>(y) * t.bitmap.row_bytes;
+    __builtin_prefetch(depths + left, 1);
+    __builtin_prefetch(depths + right, 1);
+    __builtin_prefetch(pixels + static_cast<size_t>(left) * pixel_bytes, 1);
+    __builtin_prefetch(pixels + static_cast<size_t>(right) * pixel_bytes, 1);
+  }
 }
 
 // All corners on one row. Places and depths follow x, colours stay in the order of y. Kept: the
@@ -94,9 +118,11 @@ void shade_triangle(const Target &t, const Corners &corners) {
   sort3_double(corners.y, &order[0], &order[1], &order[2]);
   const Rows rows = corner_rows(corners.y[order[0]], corners.y[order[1]], corners.y[order[2]]);
   if (rows.a == rows.b && rows.a == rows.c) return shade_flat(t, corners, order, rows.a);
+  fetch_rows(t, corners, rows);
   const ShadePoint a = corner(corners, order[0]);
   const ShadePoint b = corner(corners, order[1]);
   const ShadePoint c = corner(corners, order[2]);
+  const bool tame = is_tame(a) && is_tame(b) && is_tame(c) && rows.a <= rows.b && rows.b <= rows.c;
   const double lower_rows = row_count(rows.b, rows.c);
   ShadeEdges edges;
   edges.on_long = a;
@@ -104,17 +130,17 @@ void shade_triangle(const Target &t, const Corners &corners) {
   if (rows.a == rows.b) {
     edges.on_short = b;
     edges.short_step = row_step(b, c, lower_rows);
-    return walk_rows(t, &edges, rows.b, rows.c);
+    return walk_rows(t, tame, &edges, rows.b, rows.c);
   }
   edges.on_short = a;
   edges.short_step = row_step(a, b, row_count(rows.a, rows.b));
-  walk_rows(t, &edges, rows.a, rows.b);
+  walk_rows(t, tame, &edges, rows.a, rows.b);
   if (rows.c == rows.b || rows.b >= t.box.y2) return;
   // The long edge goes on with its sums; the short one starts again, a row after the corner.
   edges.short_step = row_step(b, c, lower_rows);
   edges.on_short = b;
   step_point(&edges.on_short, edges.short_step);
-  walk_rows(t, &edges, static_cast<int64_t>(rows.b) + 1, rows.c);
+  walk_rows(t, tame, &edges, static_cast<int64_t>(rows.b) + 1, rows.c);
 }
 
 void forward_triangle(const OutputContext *context, const Corners &c) {

@@ -3,17 +3,23 @@
 
 #include <cstdlib>
 
+#include "platform/large_blocks.h"
+
 namespace quorix {
 
 namespace {
 
 void *plain_allocate(size_t bytes) {
-  return std::malloc(bytes);
+  void *block = std::malloc(bytes);
+  expect_scattered_use(block, bytes);
+  return block;
 }
 
 // The C library hands out untouched zero pages for large blocks, which a fill could not match.
 void *plain_allocate_zeroed(size_t bytes) {
-  return std::calloc(bytes, 1);
+  void *block = std::calloc(bytes, 1);
+  expect_scattered_use(block, bytes);
+  return block;
 }
 
 void plain_release(void *block) {

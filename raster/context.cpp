@@ -61,7 +61,7 @@ uint8_t *require_gl_row(OutputContext *context, int32_t width) {
   constexpr size_t bytes_per_pixel = 4;
   if (width < 1) return nullptr;
   if (context->gl_row_width >= width) return context->gl_row;
-  auto row = allocate_array<uint8_t>(static_cast<size_t>(width) * bytes_per_pixel);
+  auto row = allocate_zeroed_array<uint8_t>(static_cast<size_t>(width) * bytes_per_pixel);
   if (!row) return nullptr;
   release_bytes(context->gl_row);
   context->gl_row = row.release();

@@ -69,10 +69,9 @@ bool crop_buffers(OutputContext *context, const Rect &r) {
   const RasterPage cropped = {r.x2 - r.x1 + 1, r.y2 - r.y1 + 1, context->page.rgba};
   const bool layer_open =
       context->raster_state == raster_blending && context->raster == context->blend_raster;
-  // Under a layer of the window device the base may be another page, of its own kind and size.
+  // The layer may lie over a window, and what is under it be of another size and kind.
   const bool has_base =
       context->raster_base != nullptr && contains_rectangle(context->base_page, r);
-  const RasterPage cropped_base = {cropped.width, cropped.height, context->base_page.rgba};
   uint8_t *base = has_base ? copy_rectangle(context->raster_base, context->base_page, r) : nullptr;
   uint8_t *layer =
       layer_open ? copy_rectangle(context->blend_raster, context->blend_page, r) : nullptr;
@@ -83,7 +82,10 @@ bool crop_buffers(OutputContext *context, const Rect &r) {
     release_bytes(layer);
     return false;
   }
-  if (has_base) replace_buffer(&context->raster_base, &context->base_page, base, cropped_base);
+  if (has_base) {
+    const RasterPage base_page = {cropped.width, cropped.height, context->base_page.rgba};
+    replace_buffer(&context->raster_base, &context->base_page, base, base_page);
+  }
   replace_buffer(&context->blend_raster, &context->blend_page, layer,
                  layer_open ? cropped : RasterPage{});
   replace_depth(context, depth, cropped);

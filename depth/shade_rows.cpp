@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+//
+// The choice between the plain spans and those of the processor.
+#include <cmath>
+
+#include "depth/shade.h"
+#include "raster/surface.h"
+
+namespace quorix {
+
+namespace {
+
+ShadeRgbaRows best_rgba_rows() {
+  return __builtin_cpu_supports("avx2") != 0 ? shade_rows_avx2 : shade_rows_sse2;
+}
+
+bool is_opaque_rgba(const Target &t) {
+  const OutputContext *context = t.context;
+  const bool swapped = context->white_background != 0 && context->swap_black_white != 0;
+  return t.bitmap.order == PixelOrder::rgba && context->alpha_blend_on == 0 && !swapped;
+}
+
+}  // namespace
+
+bool is_tame(const ShadePoint &p) {
+  return std::abs(p.x) < tame_limit && std::abs(p.v[shade_red]) < tame_limit &&
+         std::abs(p.v[shade_green]) < tame_limit && std::abs(p.v[shade_blue]) < tame_limit;
+}
+
+RgbaRows rgba_rows(const Target &t) {
+  const auto pitch = static_cast<ptrdiff_t>(t.bitmap.row_bytes / sizeof(uint32_t));
+  return {reinterpret_cast<uint32_t *>(t.bitmap.base),
+          pitch,
+          t.depth,
+          t.depth_pitch,
+          t.box.x1,
+          t.box.x2,
+          t.page.x2,
+          pack_rgba(0, 0, 0, t.context->colour_alpha)};
+}
+
+void shade_rows(const Target &t, bool tame, ShadeEdges *edges, int32_t first, int32_t last) {
+  static const ShadeRgbaRows shade_rgba_rows = best_rgba_rows();
+  if (tame && is_opaque_rgba(t)) {
+    shade_rgba_rows(rgba_rows(t), edges, first, last);
+  } else {
+    shade_rows_plain(t, edges, first, last);
+  }
+}
+
+}  // namespace quorix

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+//
+// Shaded spans of opaque RGBA pixels with AVX2.
+#include <cstring>
+
+#include "depth/lanes_avx2.h"
+//
+#include "depth/shade_rows_lanes.h"
+
+namespace quorix {
+
+__attribute__((target("avx2"))) void shade_rows_avx2(const RgbaRows &rows, ShadeEdges *edges,
+                                                     int32_t first, int32_t last) {
+  shade_rows_lanes(rows, edges, first, last);
+}
+
+}  // namespace quorix
