@@ -20,6 +20,10 @@ void fail(const char *format, ...) {
   exit(1);
 }
 
+int is_finite(double value) {
+  return value - value == 0;
+}
+
 static void open_raster(int page_width, int width, int height, int white) {
   int32_t w = width, h = height, status = white;
   qqvini(page_width, height, &w, &h, 1, &status);

@@ -35,6 +35,9 @@ enum { MITER_JOIN = 0, ROUND_JOIN = 1, BEVEL_JOIN = 2 };
 /* Says why on stderr and ends the program with status 1. */
 void fail(const char *format, ...);
 
+/* Neither infinite nor not a number. */
+int is_finite(double value);
+
 /* ---- Pages ------------------------------------------------------------------------------- */
 
 /* Opens a white RGBA page. */

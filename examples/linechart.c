@@ -40,6 +40,10 @@ static double value_at(const Table *table, int row, int column) {
   return table->values[row * table->columns + column];
 }
 
+static int is_missing(double value) {
+  return value != value;
+}
+
 /* ---- Reading ----------------------------------------------------------------------------- */
 
 /* Cuts the next field off a line, in place, and moves on past its comma; null ends the line. */
@@ -72,7 +76,7 @@ static int is_gap(const char *field) {
 static int is_number(const char *field, double *value) {
   char *end;
   *value = strtod(field, &end);
-  return end != field && *end == '\0' && isfinite(*value);
+  return end != field && *end == '\0' && is_finite(*value);
 }
 
 static int split_line(Table *table, char *line, char *fields[MAX_COLUMNS]) {
@@ -214,7 +218,7 @@ static Axes axes_for(Table *table) {
   axes.x_last += room;
   axes.y_first = floor(axes.y_first / step) * step;
   axes.y_last = ceil(axes.y_last / step) * step;
-  if (!isfinite(axes.x_last - axes.x_first) || !isfinite(axes.y_last - axes.y_first))
+  if (!is_finite(axes.x_last - axes.x_first) || !is_finite(axes.y_last - axes.y_first))
     fail("%s: the numbers are too far apart", table->file);
   return axes;
 }
@@ -232,17 +236,17 @@ static void draw_series(const Table *table, const Axes *axes, int column) {
   set_series_pen(column, marked ? 6 : 4);
   for (int row = 0; row < table->rows; row++) {
     double y = value_at(table, row, column);
-    if (!isnan(y))
+    if (!is_missing(y))
       qqvdrw(column_of(axes, value_at(table, row, 0)), row_of(axes, y), pen_is_down ? 2 : 3);
-    pen_is_down = !isnan(y);
+    pen_is_down = !is_missing(y);
     /* A point between two gaps shows as a dot. */
-    if (pen_is_down && (row == 0 || isnan(value_at(table, row - 1, column))))
+    if (pen_is_down && (row == 0 || is_missing(value_at(table, row - 1, column))))
       qqvdrw(column_of(axes, value_at(table, row, 0)), row_of(axes, y), 2);
   }
   set_pen(2, BUTT_CAP, MITER_JOIN);
   for (int row = 0; marked && row < table->rows; row++) {
     double y = value_at(table, row, column);
-    if (!isnan(y))
+    if (!is_missing(y))
       qqvsym(series_markers[column - 1], column_of(axes, value_at(table, row, 0)), row_of(axes, y),
              20);
   }

@@ -50,7 +50,7 @@ int main(int argc, char **argv) {
   draw_text(50, 80, 30, LEFT, "The markers of qqvsym");
   for (int marker = 0; marker < MARKERS; marker++) {
     int x = 50 + marker % COLUMNS * CELL_WIDTH, y = 130 + marker / COLUMNS * CELL_HEIGHT;
-    char number[8];
+    char number[16];
     snprintf(number, sizeof number, "%d", marker);
     qqvfll(x, y, x + CELL_WIDTH - 14, y + CELL_HEIGHT - 14, COLOUR(0xF6F6F6));
     qqvclr(marker < 16 || marker == 22 ? BLUE : VERMILION);

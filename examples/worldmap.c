@@ -116,7 +116,7 @@ static void draw_zones(const char *file) {
 static void draw_key(void) {
   int left = CENTRE_X - OFFSETS * 21, top = HEIGHT - 110;
   for (int i = 0; i < OFFSETS; i++) {
-    char text[8];
+    char text[16];
     snprintf(text, sizeof text, i + LOWEST > 0 ? "+%d" : "%d", i + LOWEST);
     qqvfll(left + i * 42, top, left + i * 42 + 39, top + 26, FIRST_OFFSET + i);
     qqvclr(TEXT);
