@@ -17,7 +17,7 @@ packages_of() {
       echo wine wine64 xvfb fonts-liberation fonts-wine libgl1 libgl1-mesa-dri libglx-mesa0
       ;;
     # GoogleTest, and the independent programs and libraries that judge what was written.
-    test) echo googletest clang-format pkgconf libpng-dev netpbm imagemagick pngcheck ;;
+    test) echo googletest clang-format pkgconf libpng-dev libqhull-dev netpbm imagemagick pngcheck ;;
     tidy) echo clang-tidy ;;
     fuzz) echo clang libclang-rt-14-dev ;;
     # What the benchmarks compare with.
