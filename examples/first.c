@@ -4,11 +4,10 @@
 #include <quorix/quorix.h>
 
 int main(void) {
-  int32_t w = 1600, h = 900, status = 0, pen_width = 4, round_join = 1, points = 802;
+  int32_t w = 1600, h = 900, status = 0, pen_width = 4, points = 802;
   qqvini(-w, h, &w, &h, 1, &status); /* a page of true colours */
   qqvfll(0, 0, w - 1, h - 1, 0x01301A10);
   qqwwid(26, &pen_width, 1);
-  qqwwid(28, &round_join, 1);
   for (int row = 0; row < 46; row++) {
     double depth = row / 45.0, half = 460 + 290 * depth, xs[802] = {800 + half, 800 - half};
     double ys[802] = {1000, 1000};
