@@ -10,7 +10,8 @@ import shutil
 import subprocess
 import sys
 
-import picture
+sys.dont_write_bytecode = True
+import picture  # noqa: E402
 
 PLAIN = b"x,a,b c\n1,2.5,3\n2,,4\n3,1,-5e-1\n"
 

@@ -15,7 +15,8 @@ import shutil
 import subprocess
 import sys
 
-import picture
+sys.dont_write_bytecode = True
+import picture  # noqa: E402
 
 HERE = pathlib.Path(__file__).resolve().parent
 
