@@ -279,9 +279,11 @@ void add_quadrilateral(DepthSketch &sketch) {
     default:
       break;
   }
-  // Every pixel of a span is looked at, wherever it is.
-  for (double &x : call.xs)
-    x = std::fmin(std::fmax(x, -3000), 3000);
+  // Every pixel of a span is looked at, wherever it is, and every row above the page.
+  for (size_t i = 0; i < 4; i++) {
+    call.xs[i] = std::fmin(std::fmax(call.xs[i], -3000), 3000);
+    call.ys[i] = std::fmax(call.ys[i], -300000);
+  }
   new_indices(sketch, call);
   const int32_t both = below(random, 2);
   for (int32_t half = both; half <= 1; half++) {

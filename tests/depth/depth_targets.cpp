@@ -15,32 +15,28 @@ testing::PlainWindow planned_window(const WindowPlan &plan, int32_t width, int32
   return window;
 }
 
-namespace {
-
-void add_word(uint32_t word, std::vector<uint8_t> &bytes) {
-  for (int k = 0; k < 4; k++)
-    bytes.push_back(static_cast<uint8_t>(word >> (8 * k)));
+uint32_t depth_bits(const Part &part, size_t i) {
+  const float value = static_cast<const float *>(part.data)[i];
+  uint32_t word = 0x7FC00000U;
+  if (value == value) std::memcpy(&word, &value, sizeof(word));
+  return word;
 }
 
-}  // namespace
-
-std::vector<uint8_t> depth_bytes(const float *values, size_t count) {
-  std::vector<uint8_t> bytes;
-  for (size_t i = 0; i < count; i++) {
-    uint32_t word = 0x7FC00000U;
-    if (values[i] == values[i]) std::memcpy(&word, &values[i], sizeof(word));
-    add_word(word, bytes);
+bool same(const Part &a, const Part &b) {
+  if (a.size != b.size) return false;
+  if (a.size == 0 || std::memcmp(a.data, b.data, a.size) == 0) return true;
+  if (!a.floats || !b.floats) return false;
+  for (size_t i = 0; i < a.size / sizeof(float); i++) {
+    if (depth_bits(a, i) != depth_bits(b, i)) return false;
   }
-  return bytes;
+  return true;
 }
 
 void add_window_parts(const testing::PlainWindow &window, std::vector<Part> &parts) {
-  parts.push_back({"window", 0, window.bytes});
-  std::vector<uint8_t> bytes;
-  for (const uint32_t pixel : window.pixels)
-    add_word(pixel, bytes);
-  parts.push_back({"window pixels", window.width, bytes});
-  parts.push_back({"OpenGL frame", window.width, window.frame});
+  parts.push_back({"window", 0, window.bytes.data(), window.bytes.size(), false});
+  parts.push_back({"window pixels", window.width, window.pixels.data(),
+                   window.pixels.size() * sizeof(uint32_t), false});
+  parts.push_back({"OpenGL frame", window.width, window.frame.data(), window.frame.size(), false});
 }
 
 namespace {

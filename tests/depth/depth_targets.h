@@ -8,13 +8,19 @@
 
 namespace quorix::drawings {
 
-// Something that a run has drawn, as bytes. Depths are told by their bits, all that are not numbers
-// by one pattern.
+// Something that a run has drawn, as it stands in memory: bytes, or depths.
 struct Part {
   const char *name;
   int32_t width;  // in pixels, 0 where the bytes are not told apart
-  std::vector<uint8_t> bytes;
+  const void *data;
+  size_t size;  // in bytes
+  bool floats;
 };
+
+// The same bytes, or the same depths: what is not a number is the same as any other that is not.
+bool same(const Part &a, const Part &b);
+// Depth i by its bits, all that are not numbers by one pattern.
+uint32_t depth_bits(const Part &part, size_t i);
 
 struct DepthTarget {
   const DrawingTarget *raster;
@@ -56,6 +62,5 @@ constexpr int32_t fixed_window_width = 24;
 constexpr int32_t fixed_window_height = 20;
 testing::PlainWindow planned_window(const WindowPlan &plan, int32_t width, int32_t height);
 void add_window_parts(const testing::PlainWindow &window, std::vector<Part> &parts);
-std::vector<uint8_t> depth_bytes(const float *values, size_t count);
 
 }  // namespace quorix::drawings

@@ -65,11 +65,10 @@ int32_t run(const DepthCall &call, int32_t *status) {
   return 0;
 }
 
-std::vector<uint8_t> copied(const uint8_t *bytes, const RasterPage &page) {
-  if (bytes == nullptr || page.width < 1) return {};
+Part buffer(const char *name, const uint8_t *bytes, const RasterPage &page) {
   const size_t size = static_cast<size_t>(page.width) * static_cast<size_t>(page.height) *
                       (page.rgba != 0 ? 4U : 1U);
-  return {bytes, bytes + size};
+  return {name, page.width, bytes, size, false};
 }
 
 std::vector<Part> parts() {
@@ -79,16 +78,16 @@ std::vector<Part> parts() {
   if (c == nullptr) return parts;
   const bool layer_open = c->raster != nullptr && c->raster == c->blend_raster;
   const bool drawable = c->page.width > 0 && c->page.rgba == c->rgba_mode;
-  if (drawable) parts.push_back({"page", c->page.width, copied(c->raster, c->page)});
+  if (drawable) parts.push_back(buffer("page", c->raster, c->page));
   if (layer_open && c->base_page.rgba != 0) {
-    parts.push_back({"base", c->base_page.width, copied(c->raster_base, c->base_page)});
+    parts.push_back(buffer("base", c->raster_base, c->base_page));
   }
   if (!layer_open && c->blend_page.width > 0) {
-    parts.push_back({"layer", c->blend_page.width, copied(c->blend_raster, c->blend_page)});
+    parts.push_back(buffer("layer", c->blend_raster, c->blend_page));
   }
   if (c->depth_on != 0 && c->depth_width > 0) {
     const size_t count = static_cast<size_t>(c->depth_width) * static_cast<size_t>(c->depth_height);
-    parts.push_back({"depths", c->depth_width, depth_bytes(c->depth_buffer, count)});
+    parts.push_back({"depths", c->depth_width, c->depth_buffer, count * sizeof(float), true});
   }
   return parts;
 }

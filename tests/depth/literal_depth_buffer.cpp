@@ -114,6 +114,12 @@ void erase_window(LiteralDepth &record) {
     byte = value;
 }
 
+void release_depth(LiteralDepth &record) {
+  record.depth_on = false;
+  record.depth.clear();
+  record.depth_width = record.depth_height = 0;
+}
+
 void use_opengl(LiteralDepth &record, int32_t op) {
   switch (op) {
     case 0:
@@ -124,7 +130,7 @@ void use_opengl(LiteralDepth &record, int32_t op) {
       return;
     case 1:
       call(record, "glDisable", {2929});
-      record.depth_on = false;
+      release_depth(record);
       return;
     case 2:
       call(record, "glClear", {256});
@@ -160,11 +166,7 @@ int32_t qqzbuf(LiteralDepth &record, int32_t op, int32_t *status) {
     *status = 2;
     return 0;
   }
-  if (op == 1) {
-    record.depth_on = false;
-    record.depth.clear();
-    record.depth_width = record.depth_height = 0;
-  }
+  if (op == 1) release_depth(record);
   if (op == 2) fill_depth(record);
   if (op == 3 && is_raster(device)) clear_page(record.raster);
   if (op == 3 && !is_raster(device)) erase_window(record);

@@ -17,14 +17,14 @@ void sort3_double(const double *v, int32_t *first, int32_t *second, int32_t *thi
   const double a = v[0];
   const double b = v[1];
   const double c = v[2];
-  // What no case fits, since it is not a number, goes as the last case of its half.
+  // What is not a number fits no case; the comparisons that are left over decide.
   if (a < b) {
     if (c <= a) return order(2, 0, 1);
-    if (c > a && c >= b) return order(0, 1, 2);
+    if (c >= b) return order(0, 1, 2);
     return order(0, 2, 1);
   }
   if (c <= b) return order(2, 1, 0);
-  if (c > b && c >= a) return order(1, 0, 2);
+  if (c >= a) return order(1, 0, 2);
   return order(1, 2, 0);
 }
 

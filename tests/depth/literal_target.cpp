@@ -63,13 +63,17 @@ std::vector<Part> parts() {
   literal::LiteralDepth &m = the_model;
   std::vector<Part> parts;
   if (the_plan.exists) add_window_parts(the_window, parts);
-  if (m.raster.page_valid) parts.push_back({"page", m.raster.page_width, m.raster.pixels});
+  if (m.raster.page_valid)
+    parts.push_back(
+        {"page", m.raster.page_width, m.raster.pixels.data(), m.raster.pixels.size(), false});
   if (m.layer_open && m.base.rgba && m.base.valid) {
-    parts.push_back({"base", m.base.width, m.base.pixels});
+    parts.push_back({"base", m.base.width, m.base.pixels.data(), m.base.pixels.size(), false});
   }
-  if (m.layer.valid) parts.push_back({"layer", m.layer.width, m.layer.pixels});
+  if (m.layer.valid)
+    parts.push_back({"layer", m.layer.width, m.layer.pixels.data(), m.layer.pixels.size(), false});
   if (m.depth_on && m.depth_width > 0) {
-    parts.push_back({"depths", m.depth_width, depth_bytes(m.depth.data(), m.depth.size())});
+    parts.push_back(
+        {"depths", m.depth_width, m.depth.data(), m.depth.size() * sizeof(float), true});
   }
   return parts;
 }

@@ -103,6 +103,7 @@ constexpr double byte_type = 5121;
 void read_pixels(PlainWindow &window, int32_t x, int32_t y, int32_t n, uint8_t *row) {
   note(window,
        call_text("glReadPixels", {double(x), double(y), double(n), 1, rgba_format, byte_type}));
+  std::fill(row, row + 4 * n, uint8_t{0});
   for (int32_t i = 0; i < n; i++) {
     if (!contains(window, x + i, y)) continue;
     const size_t at =
