@@ -4,10 +4,11 @@
 //
 // A line steps along its longer axis; the other coordinate and z are sums of increments, so their
 // values depend on every step taken, on the page or off it. Steps before the page are summed up
-// without being walked.
+// without being walked. Most lines lie on the page and go to depth_line_sse2.cpp.
 #include <cmath>
 #include <utility>
 
+#include "depth/depth_line.h"
 #include "depth/opengl.h"
 #include "depth/pixel_formats.h"
 #include "platform/numbers.h"
@@ -37,23 +38,8 @@ struct DepthTest {
   }
 };
 
-// u is the axis that is walked, v the other one.
-struct LineWalk {
-  int32_t first, last;  // along u
-  double v, z;
-  double v_step, z_step;
-};
-
-LineWalk walk_line(double u0, double v0, double z0, double u1, double v1, double z1) {
-  if (u0 >= u1) {
-    std::swap(u0, u1);
-    std::swap(v0, v1);
-    std::swap(z0, z1);
-  }
-  const int32_t first = round_to_int32(u0);
-  const int32_t last = round_to_int32(u1);
-  const double steps = static_cast<double>(last) - first;
-  return {first, last, v0, z0, (v1 - v0) / steps, (z1 - z0) / steps};
+DepthTest depth_test(const Target &t) {
+  return {t.depth, t.depth_pitch, static_cast<double>(t.context->depth_bias)};
 }
 
 // Calls draw(u, v, z) for the steps within low_u to high_u.
@@ -76,31 +62,51 @@ void for_each_step(LineWalk w, int32_t low_u, int32_t high_u, Draw draw) {
   }
 }
 
-template <class Pixels>
-void draw_line(const Target &t, const Pixels &pixels, Rgb colour, LineEnd a, LineEnd b) {
-  if (is_empty(t.box)) return;
-  const DepthTest test = {t.depth, t.depth_pitch, static_cast<double>(t.context->depth_bias)};
-  const auto ink = pixels.ink(colour);
-  const auto draw = [&](int32_t x, int32_t y, double z) {
+// Calls draw(x, y, z) for the steps within the box.
+template <class Draw>
+void for_each_pixel(const Rect &box, const LineWalk &w, Draw draw) {
+  if (w.x_major) {
+    for_each_step(w, box.x1, box.x2, [&](int32_t x, int32_t y, double z) {
+      if (y >= box.y1 && y <= box.y2) draw(x, y, z);
+    });
+  } else {
+    for_each_step(w, box.y1, box.y2, [&](int32_t y, int32_t x, double z) {
+      if (x >= box.x1 && x <= box.x2) draw(x, y, z);
+    });
+  }
+}
+
+template <class Pixels, class Ink>
+void run_line(const Target &t, const Pixels &pixels, Ink ink, const LineWalk &w) {
+  const DepthTest test = depth_test(t);
+  for_each_pixel(t.box, w, [&](int32_t x, int32_t y, double z) {
     if (test.pass(x, y, z)) pixels.put(x, y, ink);
-  };
+  });
+}
+
+template <class Pixels>
+void draw_line(const Target &t, const Pixels &pixels, Rgb colour, const LineEnd &a,
+               const LineEnd &b) {
+  if (is_empty(t.box)) return;
+  const auto ink = pixels.ink(colour);
   const int64_t ax = round_to_int32(a.x);
   const int64_t ay = round_to_int32(a.y);
   const int64_t bx = round_to_int32(b.x);
   const int64_t by = round_to_int32(b.y);
   if (ax == bx && ay == by) {
-    if (contains(t.box, ax, ay)) draw(static_cast<int32_t>(ax), static_cast<int32_t>(ay), a.z);
-  } else if (std::abs(ax - bx) <= std::abs(ay - by)) {
-    const LineWalk w = walk_line(a.y, a.x, a.z, b.y, b.x, b.z);
-    for_each_step(w, t.box.y1, t.box.y2, [&](int32_t y, int32_t x, double z) {
-      if (x >= t.box.x1 && x <= t.box.x2) draw(x, y, z);
-    });
-  } else {
-    const LineWalk w = walk_line(a.x, a.y, a.z, b.x, b.y, b.z);
-    for_each_step(w, t.box.x1, t.box.x2, [&](int32_t x, int32_t y, double z) {
-      if (y >= t.box.y1 && y <= t.box.y2) draw(x, y, z);
-    });
+    const auto x = static_cast<int32_t>(ax);
+    const auto y = static_cast<int32_t>(ay);
+    if (contains(t.box, x, y) && depth_test(t).pass(x, y, a.z)) pixels.put(x, y, ink);
+    return;
   }
+  const bool x_major = std::abs(ax - bx) > std::abs(ay - by);
+  const double from[3] = {x_major ? a.x : a.y, x_major ? a.y : a.x, a.z};
+  const double to[3] = {x_major ? b.x : b.y, x_major ? b.y : b.x, b.z};
+  const LineWalk w = walk_line(x_major, from, to);
+  if constexpr (std::is_same_v<Pixels, RgbaPixels>) {
+    if (run_rgba_line_sse2(t, ink, w)) return;
+  }
+  run_line(t, pixels, ink, w);
 }
 
 void forward_line(OutputContext *context, int32_t colour, const LineEnd *ends) {
@@ -118,6 +124,19 @@ void forward_line(OutputContext *context, int32_t colour, const LineEnd *ends) {
 }
 
 }  // namespace
+
+LineWalk walk_line(bool x_major, const double *from, const double *to) {
+  if (from[0] >= to[0]) std::swap(from, to);
+  const int32_t first = round_to_int32(from[0]);
+  const int32_t last = round_to_int32(to[0]);
+  const double steps = static_cast<double>(last) - first;
+  return {
+      x_major, first, last, from[1], from[2], (to[1] - from[1]) / steps, (to[2] - from[2]) / steps};
+}
+
+void run_rgba_line_plain(const Target &t, uint32_t ink, const LineWalk &w) {
+  run_line(t, RgbaPixels(t), ink, w);
+}
 
 }  // namespace quorix
 

@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "quorix/raster.h"
+#include "raster/nearest_in_cell.h"
 #include "raster/raster.h"
 
 namespace quorix {
@@ -16,11 +17,6 @@ namespace quorix {
 namespace {
 
 constexpr int32_t farther_than_any = 1000;  // distances end at 3 * 255
-
-int32_t palette_entries(uint8_t kind) {
-  if (kind == 0) return 9;
-  return kind == 7 ? 16 : 256;
-}
 
 bool entry_is(const OutputContext *context, int32_t i, uint8_t value) {
   return context->palette_r[i] == value && context->palette_g[i] == value &&
@@ -49,6 +45,11 @@ int32_t black_or_white_end(const OutputContext *context, int32_t last, uint8_t r
 }
 
 }  // namespace
+
+int32_t palette_entries(uint8_t kind) {
+  if (kind == 0) return 9;
+  return kind == 7 ? 16 : 256;
+}
 
 // Ties go to the highest index where blue is 0 and to the lowest otherwise. Kept: pictures of
 // palettes with repeated colours depend on it.
@@ -89,7 +90,7 @@ int32_t cached_nearest_colour(const OutputContext *context, uint8_t r, uint8_t g
   }
   const uint32_t colour = pack_rgba(r, g, b, 1);
   Slot &slot = cache[(colour * 2654435761U) >> 20];  // multiplicative hashing, upper 12 bits
-  if (slot.colour != colour) slot = {colour, nearest_colour(context, r, g, b)};
+  if (slot.colour != colour) slot = {colour, nearest_in_cell(context, r, g, b)};
   return slot.index;
 }
 

@@ -38,6 +38,8 @@ bool renew_depth_buffer(OutputContext *context, int32_t width, int32_t height);
 void clear_depth_buffer(OutputContext *context);
 
 // ---- colours.cpp
+// How many entries a palette of a kind has.
+int32_t palette_entries(uint8_t kind);
 // As nearest_colour, but remembers its answers until the palette changes.
 int32_t cached_nearest_colour(const OutputContext *context, uint8_t r, uint8_t g, uint8_t b);
 inline bool is_packed_colour(int32_t colour) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "depth/composite.h"
+#include "depth/depth_line.h"
 #include "depth/shade.h"
 
 namespace quorix {
@@ -148,6 +149,39 @@ TEST(ShadedSpans, AreTheSameFourAtATimeWithSse2) {
 TEST(ShadedSpans, AreTheSameFourAtATimeWithAvx2) {
   if (!has_avx2()) GTEST_SKIP() << "no AVX2 here";
   compare_spans(shade_rows_avx2);
+}
+
+// ---- Lines
+
+TEST(DepthLines, AreTheSameWithoutBranches) {
+  Random random(3);
+  OutputContext context = {};
+  int drawn = 0;
+  for (int k = 0; k < 60000; ++k) {
+    const Page before = random_page(random);
+    Page plain = before;
+    Page fast = before;
+    context.depth_bias = k % 2 == 0 ? 0.001F : 1e-5F;
+    Target plain_target = target_of(&plain, &context, true);
+    Target fast_target = target_of(&fast, &context, true);
+    plain_target.clip = plain_target.box = plain_target.page;
+    fast_target.clip = fast_target.box = fast_target.page;
+    const bool x_major = k % 4 < 2;
+    const int32_t length = x_major ? before.width : before.height;
+    const int32_t breadth = x_major ? before.height : before.width;
+    const double from[3] = {between(random, -1, length), coordinate(random, breadth),
+                            between(random, 0, 1)};
+    const double to[3] = {between(random, -1, length), coordinate(random, breadth),
+                          between(random, 0, 1)};
+    const LineWalk w = walk_line(x_major, from, to);
+    if (w.first == w.last || !run_rgba_line_sse2(fast_target, 0xFF123456U, w)) continue;
+    run_rgba_line_plain(plain_target, 0xFF123456U, w);
+    ASSERT_EQ(plain.pixels, fast.pixels) << "case " << k;
+    ASSERT_EQ(std::memcmp(plain.depths.data(), fast.depths.data(), 4 * plain.depths.size()), 0)
+        << "case " << k;
+    if (plain.pixels != before.pixels) ++drawn;
+  }
+  EXPECT_GT(drawn, 3000);
 }
 
 // ---- Compositing
