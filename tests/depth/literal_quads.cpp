@@ -189,7 +189,8 @@ void in_opengl(LiteralDepth &record, const int32_t *x, const int32_t *y, const i
     const Rgb rgb = resolved(record.raster, colour[i]);
     call_floats(record, "glColor3f",
                 {float(rgb.r) / 255.0F, float(rgb.g) / 255.0F, float(rgb.b) / 255.0F});
-    call(record, "glVertex2i", {double(x[i]), double(record.raster.height - 1 - y[i])});
+    call(record, "glVertex2i",
+         {double(x[i]), double(to_int(double(record.raster.height) - 1 - y[i]))});
   }
   end(record);
 }
