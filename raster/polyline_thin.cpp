@@ -13,13 +13,17 @@ namespace {
 
 // Both outcomes of a step are ready before its sign is known, so the loop has no branch but its own
 // end, and its longest chain is an addition and a conditional move.
-template <class Pixel>
+template <bool steep, class Pixel>
 void run_steps(Pixel *to, ptrdiff_t major, ptrdiff_t minor, int64_t steps, int64_t error,
                const SegmentWalk &w, Pixel ink) {
   const auto grown = static_cast<int64_t>(w.dv);
   const int64_t moved = grown - static_cast<int64_t>(w.du);
   int64_t below = error - 1;  // the minor coordinate moves where this gets to 0
+  // Steep lines touch a new row, far away in memory, with every step. An address off the page does
+  // no harm here: it is a hint.
+  constexpr int32_t steps_ahead = 8;
   for (; steps > 0; --steps) {
+    if (steep) __builtin_prefetch(to + steps_ahead * major, 1);
     *to = ink;
     const int64_t stay = below + grown;
     const int64_t move = below + moved;
@@ -39,10 +43,11 @@ void draw_steps(const Surface<Pixel> &s, const SegmentWalk &w, StepRange range, 
   const int64_t u = w.u + w.u_step * range.first;
   const int64_t v = w.v + shift + w.v_step * moves;
   const int64_t steps = range.last - range.first + 1;
-  const ptrdiff_t u_pitch = w.x_major ? 1 : s.pitch;
-  const ptrdiff_t v_pitch = w.x_major ? s.pitch : 1;
-  run_steps(s.base + u * u_pitch + v * v_pitch, w.u_step * u_pitch, w.v_step * v_pitch, steps,
-            error, w, s.ink);
+  if (w.x_major) {
+    run_steps<false>(s.at(u, v), ptrdiff_t{w.u_step}, w.v_step * s.pitch, steps, error, w, s.ink);
+  } else {
+    run_steps<true>(s.at(v, u), w.u_step * s.pitch, ptrdiff_t{w.v_step}, steps, error, w, s.ink);
+  }
 }
 
 // Whether all points lie in a rectangle.
