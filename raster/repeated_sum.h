@@ -13,25 +13,35 @@
 
 namespace quorix {
 
+// How many equal steps surely stay within the binade of a value; less than 1 where that is
+// doubtful.
+inline double steps_within_binade(double value, double rounded_step) {
+  if (value == 0.0) return 0.0;  // zero has no binade
+  int exponent = 0;
+  std::frexp(value, &exponent);
+  const bool grows = (value < 0) == (rounded_step < 0);
+  const double end = std::ldexp(1.0, grows ? exponent : exponent - 1);
+  return std::floor(std::abs(end - std::abs(value)) / std::abs(rounded_step)) - 2.0;
+}
+
 inline double repeated_sum(double value, double step, int64_t count) {
   constexpr int64_t worth_a_jump = 64;
   while (count > worth_a_jump) {
-    value += step;
-    value += step;
-    count -= 2;
-    if (!std::isfinite(value)) return value;  // it stays what it has become
-    const double rounded_step = (value + step) - value;
-    if (rounded_step == 0.0) return value;
-    int exponent = 0;
-    std::frexp(value, &exponent);
-    const double size = std::abs(value);
-    const bool grows = (value < 0) == (step < 0);
-    const double end = std::ldexp(1.0, grows ? exponent : exponent - 1);
-    const double room = std::floor(std::abs(end - size) / std::abs(rounded_step)) - 2.0;
-    if (!(room >= 1.0)) continue;  // NaN too
-    const auto jump = static_cast<int64_t>(std::min(room, static_cast<double>(count)));
-    value += static_cast<double>(jump) * rounded_step;
-    count -= jump;
+    const double once = value + step;
+    const double twice = once + step;
+    if (twice == once || !std::isfinite(twice)) return twice;  // it stays what it has become
+    // Two equal steps: no tie is left to be settled in this binade.
+    const double rounded_step = twice - once;
+    const double room =
+        once - value == rounded_step ? steps_within_binade(value, rounded_step) : 0.0;
+    if (room >= 1.0) {
+      const auto jump = static_cast<int64_t>(std::min(room, static_cast<double>(count)));
+      value += static_cast<double>(jump) * rounded_step;
+      count -= jump;
+    } else {
+      value = twice;
+      count -= 2;
+    }
   }
   for (; count > 0; --count)
     value += step;

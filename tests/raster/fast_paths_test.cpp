@@ -143,6 +143,19 @@ TEST(RepeatedSum, SettlesTiesAsSingleStepsDo) {
   }
 }
 
+TEST(RepeatedSum, PassesThroughZeroAndBinadesOfFewSteps) {
+  // Near zero a binade has few steps, so that some are entered by the second step of a pair.
+  for (int32_t start = -66; start <= 66; start += 3) {
+    for (int32_t rows = 61; rows <= 131; ++rows) {
+      const double step = (start < 0 ? 3.0 : -3.0) / rows;
+      double sum = start;
+      for (int32_t i = 0; i < 4000; ++i)
+        sum += step;
+      ASSERT_EQ(repeated_sum(start, step, 4000), sum) << start << " by " << step;
+    }
+  }
+}
+
 TEST(RepeatedSum, TakesValuesThatAreNoNumbers) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const double infinity = std::numeric_limits<double>::infinity();
