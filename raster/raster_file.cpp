@@ -147,7 +147,8 @@ Status load_rows(const RasterLoad &load) {
   const RasterPage &page = load.context->page;
   const size_t pixel_bytes = static_cast<size_t>(load.header.bits_stored) / 8;
   const bool own_depth = load.header.bits_stored == (page.rgba != 0 ? rgb_bits : index_bits);
-  const bool compatible = own_depth && load.context->stride >= load.header.bytes_per_row;
+  const int64_t page_row_bytes = static_cast<int64_t>(page.width) * (page.rgba != 0 ? 4 : 1);
+  const bool compatible = own_depth && page_row_bytes >= load.header.bytes_per_row;
   // The loops read whole pixels of every column, whatever the file says a row has.
   const size_t room =
       std::max({load.row_bytes, static_cast<size_t>(load.cols) * pixel_bytes,

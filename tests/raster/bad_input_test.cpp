@@ -213,6 +213,48 @@ TEST_F(BadInput, ClipRectanglesBeyondThePageDrawNothingBeyondIt) {
   }
 }
 
+// Everything that writes or reads pixels, on a page of 5 by 4 that the calls leave on all sides.
+std::vector<uint8_t> drawn_beyond_the_page(bool rgba, bool told_of_another) {
+  if (rgba) {
+    open_rgba_page(5, 4);
+  } else {
+    open_page(5, 4);
+  }
+  if (told_of_another) {
+    output_context->width = 400;
+    output_context->height = 300;
+    output_context->stride = 400 * (rgba ? 4 : 1);
+  }
+  set_clip_rectangle(-400, -300, 400, 300);
+  const std::vector<uint8_t> row(60, 7);
+  const int32_t xs[] = {-3, 300, 2};
+  const int32_t ys[] = {-2, 1, 200};
+  qqvfll(3, -9, 350, 1, 2);
+  qqvlin(-9, 3, 390, 2);
+  qqvftr(xs, ys, 4);
+  for (const int32_t width : {1, 3, 6}) {
+    set_pen(width, 1, 0);
+    draw_polyline({{-2, 1}, {300, 2}, {1, 280}});
+    qqvsym(8, 4, 3, 20);
+    qqvsym(22, 1, 1, 300);
+  }
+  fill_polygon_of({1, 380, 2}, {1, 2, 290});
+  qqvpix(200, 2, 3);
+  qqvwpx(200, 3, 3);
+  qqvrow(row.data(), 3, 2, 60);
+  qqvrow(row.data(), -1, 200, -20);
+  std::vector<uint8_t> read(size_t{3} * 9 * 9);
+  qqvrdr(read.data(), -2, -2, -9, 9);
+  const auto *bytes = output_context->raster;
+  read.insert(read.end(), bytes, bytes + size_t{5} * 4 * (rgba ? 4 : 1));
+  return read;
+}
+
+TEST_F(BadInput, ARecordThatTellsOfAnotherPageStillDrawsOnThisOneAlone) {
+  for (const bool rgba : {false, true})
+    EXPECT_EQ(drawn_beyond_the_page(rgba, true), drawn_beyond_the_page(rgba, false));
+}
+
 TEST_F(BadInput, NanAndInfinitePolygonCornersNeverLeaveThePage) {
   const double strange[] = {std::numeric_limits<double>::quiet_NaN(),
                             std::numeric_limits<double>::infinity(),

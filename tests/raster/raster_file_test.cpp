@@ -223,6 +223,14 @@ TEST_F(RasterFileReader, LeavesTheRestBesideASmallerFile) {
   EXPECT_EQ(page_content(), (Bytes{1, 2, 9, 3, 4, 9, 9, 9, 9}));
 }
 
+TEST_F(RasterFileReader, StaysInTheRowsOfThePageWhereTheRecordTellsOfWiderOnes) {
+  open_page(2, 3);
+  output_context->width = output_context->stride = 40;
+  EXPECT_EQ(read_status(make_file({3, 2, 8, 3}, {1, 2, 3, 4, 5, 6})), 0);
+  const uint8_t *page = output_context->raster;
+  EXPECT_EQ(Bytes(page, page + 6), (Bytes{1, 2, 4, 5, 0, 0}));
+}
+
 TEST_F(RasterFileReader, DoublesTheIndicesOfAnOlderFile) {
   open_page(4, 1);
   EXPECT_EQ(read_status(make_file({4, 1, 8, 4, 0, 0}, {0, 1, 2, 127})), 0);
