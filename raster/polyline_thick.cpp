@@ -108,8 +108,7 @@ void close_line(const ThickPen<Pixel> &pen, const Quad &f, const Quad &r, int32_
   }
 }
 
-// Half a pen width beyond a point, backward at the start of a line (towards = -1) and forward at
-// its end.
+// Half a pen width beyond a point, backward at the start of a line and forward at its end.
 template <class Pixel>
 void square_caps(const ThickPen<Pixel> &pen, Point first, Point last, double start_angle,
                  double end_angle) {
