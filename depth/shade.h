@@ -19,7 +19,7 @@ inline constexpr double blended_distance = 0.001;
 
 // A point of an edge, or what one row adds to it.
 struct ShadePoint {
-  alignas(32) double v[shade_values];
+  double v[shade_values];
   double x;
 };
 

@@ -17,7 +17,7 @@ namespace {
 struct LaneSpan {
   const ShadePoint *a, *b;
   Doubles xa, xb;
-  alignas(32) double slopes[shade_values];
+  double slopes[shade_values];
   __m128i alpha;
 };
 
