@@ -205,7 +205,7 @@ std::string compare_run(uint64_t number) {
 }  // namespace
 
 TEST(RandomPolygons, ComeBackAsFromTheLiteralStore) {
-  compare_cases("QUORIX_POLYGON_RUN", 1500, compare_run);
+  compare_cases("QUORIX_POLYGON_RUN", 1000, compare_run);
 }
 
 }  // namespace quorix::testing

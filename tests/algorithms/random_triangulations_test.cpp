@@ -23,7 +23,7 @@ namespace {
 using literal::Triangle;
 using literal::Triangulation;
 
-constexpr uint64_t compared_sets = 6000;
+constexpr uint64_t compared_sets = 5000;
 
 std::string text_of(const Triangle &t) {
   std::ostringstream out;
