@@ -16,17 +16,21 @@ void draw_disc(const Surface<Pixel> &s, int32_t cx, int32_t cy, int32_t r, bool 
   if (is_empty(s.box) || r < 0) return;
   const int64_t top = static_cast<int64_t>(cy) - r;
   const int64_t bottom = static_cast<int64_t>(cy) + r;
-  // Only rows of the box, above or mirrored, are worth a square root.
-  int64_t first = s.box.y1 - top;
-  int64_t last = s.box.y2 - top;
-  if (!upper_half_only) {
-    first = std::min(first, bottom - s.box.y2);
-    last = std::max(last, bottom - s.box.y1);
-  }
-  first = std::max({first, int64_t{0}, s.clip.y1 - top});
-  last = std::min({last, static_cast<int64_t>(r), s.clip.y2 - top});
+  // Only rows of the box, above or mirrored, are worth a square root. The pairs that reach it with
+  // their upper rows may lie far from those that do so with their lower ones.
+  const int64_t upper_first = s.box.y1 - top;
+  const int64_t upper_last = s.box.y2 - top;
+  const int64_t lower_first = upper_half_only ? upper_first : bottom - s.box.y2;
+  const int64_t lower_last = upper_half_only ? upper_last : bottom - s.box.y1;
+  const int64_t gap_first = std::min(upper_last, lower_last) + 1;
+  const int64_t gap_end = std::max(upper_first, lower_first);
+  const int64_t first = std::max({std::min(upper_first, lower_first), int64_t{0}, s.clip.y1 - top});
+  const int64_t last =
+      std::min({std::max(upper_last, lower_last), static_cast<int64_t>(r), s.clip.y2 - top});
   const double w2 = 2.0 * r;
   for (int64_t k = first; k <= last; ++k) {
+    if (k >= gap_first && k < gap_end) k = gap_end;
+    if (k > last) break;
     const double height = static_cast<double>(k);
     const double w = k == 0 ? 0.0 : std::sqrt(w2 * height - height * height);
     const int32_t left = std::max(round_to_int32(cx - w), s.clip.x1);

@@ -320,6 +320,14 @@ TEST_F(Disc, CentredAboveTheClipRectangleIsNotDrawnAtAll) {
   EXPECT_EQ(page_content(), std::vector<uint8_t>(110, 0));
 }
 
+TEST_F(Disc, FarAboveThePageReachesItWithItsLowestRows) {
+  open_page(5, 4);
+  set_clip_rectangle(INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX);
+  // The lowest row is one pixel wide, the next one more than 80,000.
+  qqvsym(21, 2, -999999998, 2000000000);
+  EXPECT_EQ(picture(), rows({"11111", "11111", "..1..", "....."}));
+}
+
 TEST_F(Disc, IsCutAtTheClipColumnsAndLowerRows) {
   open_page(11, 9);
   set_clip_rectangle(4, 0, 6, 5);
