@@ -14,10 +14,14 @@
  * low byte, then green, then blue, and 1 in the high byte. Palette tables, on the other hand, hold
  * words 0xRRGGBB. Any other number counts as an index by its low 8 bits.
  *
- * Pixels are written only on the page, whatever the arguments. The clip rectangle (the whole page
- * at first, set by qqwwid options 11 to 14) always holds for polygons, symbols, discs, wide and
- * antialiased lines; thin lines and filled rectangles look at it only while qqwwid option 33 has
- * switched clipping on.
+ * Pixels are written only on the page, whatever the arguments. The clip rectangle is the whole page
+ * at first; qqwwid options 11 to 14 set it. It holds
+ *
+ *   always               for polygons, triangles, symbols, dots, qqvpix, lines of width 4 and more,
+ *                        and slanting segments that are antialiased or 2 or 3 pixels wide
+ *   with clipping on     (qqwwid option 33) for qqvfll and all other segments (but the rows or
+ *                        columns that their width adds are always held to it)
+ *   never                for qqvwpx, qqvrow and qqvfil
  *
  * Before qqvini, and after qqvfin, every operation does nothing and gives a harmless result.
  */
@@ -54,9 +58,9 @@ QUORIX_API int32_t qqvfin(void);
 /* Makes the whole raster background again. */
 QUORIX_API int32_t qqvers(void);
 
-/* Hands out the address of the first pixel; valid until the next qqvini, qqvwin or qqvfin. Lines
- * that are still gathered (see qqvdrw) are not in it: call qqvclr, or any operation that reads
- * pixels, first. Null where no raster was ever opened. */
+/* Hands out the address of the first pixel; valid until the next qqvini, qqvwin, qqvfin or qqwfree.
+ * Lines that are still gathered (see qqvdrw) are not in it: call qqvclr, or any operation that
+ * reads pixels, first. Null after a qqvini that failed, and where there was none. */
 QUORIX_API int32_t qqvptr(uint8_t **raster);
 
 /* Crops the raster to the rectangle of w by h pixels whose upper left corner is (x, y).
@@ -156,8 +160,8 @@ QUORIX_API int32_t qqvrdr(uint8_t *buffer, int32_t x, int32_t y, int32_t n, int3
  *
  * mode    0 saves; any other value loads the file's upper left part into the open raster and
  *         leaves what the file does not cover
- * status  0 done; 1 the file cannot be opened; 2 no memory; 3 not such a file, or one of an
- *         unsupported depth
+ * status  0 done; 1 the file cannot be opened, or there is no raster; 2 no memory; 3 not such a
+ *         file, or one of an unsupported depth
  *
  * A file that ends early loads the rows that it has. */
 QUORIX_API int32_t qqvfil(const char *file_name, int32_t mode, int32_t *status);

@@ -30,7 +30,7 @@ extern "C" {
  * 27       line caps: 0 butt, 1 round, 2 square
  * 28       line joins: 0 miter, 1 round, 2 bevel
  * 32       transparent colour, an index or a packed colour, that pixel and row writes skip; -1 none
- * 33       clipping of thin lines and filled rectangles: 0 on, 1 off
+ * 33       clipping of those lines and rectangles that raster.h tells of: 0 on, 1 off
  * 34       1: plain lines; 2: lines of width 1 are antialiased in an RGBA raster
  * 99       all options back to their defaults (the value is not used)
  *
