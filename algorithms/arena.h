@@ -3,7 +3,9 @@
 // Many small blocks that are released together, cut from large ones.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 #include "platform/memory.h"
 
@@ -17,26 +19,30 @@ struct Arena {
   ArenaPiece *pieces;  // the newest first; owned
   char *room;          // what is left of the piece in use
   size_t left;
+  size_t piece_bytes;  // of the piece in use
 };
 
 // A block aligned for doubles and pointers, or null. Blocks asked for one after another stand one
-// after another, as long as a piece lasts.
+// after another, as long as a piece lasts; pieces get larger the more is taken.
 inline void *arena_take(Arena *arena, size_t bytes) {
-  constexpr size_t piece_bytes = size_t{1} << 18;
+  constexpr size_t first_piece = size_t{1} << 16;
+  constexpr size_t largest_piece = size_t{1} << 23;
   constexpr size_t alignment = 8;
   if (bytes > SIZE_MAX / 2) return nullptr;
   bytes = (bytes + alignment - 1) & ~(alignment - 1);
   if (bytes > arena->left) {
-    const size_t size = bytes > piece_bytes / 4 ? bytes : piece_bytes;
+    const size_t next_piece = std::clamp(2 * arena->piece_bytes, first_piece, largest_piece);
+    // A large block has a piece of its own, and the one in use stays in use.
+    const bool is_large = bytes > next_piece / 4;
+    const size_t size = is_large ? bytes : next_piece;
     auto *piece = static_cast<ArenaPiece *>(allocate_bytes(sizeof(ArenaPiece) + size));
     if (piece == nullptr) return nullptr;
     piece->earlier = arena->pieces;
     arena->pieces = piece;
     char *const room = reinterpret_cast<char *>(piece + 1);
-    // A large block has a piece of its own, and the one in use stays in use.
-    if (size == bytes) return room;
+    if (is_large) return room;
     arena->room = room;
-    arena->left = size;
+    arena->left = arena->piece_bytes = size;
   }
   char *const block = arena->room;
   arena->room += bytes;

@@ -135,8 +135,8 @@ void append_triangle(Triangulation *t, int32_t a, int32_t b, int32_t c, double x
   t->a[slot] = a;
   t->b[slot] = b;
   t->c[slot] = c;
-  t->circle_of[slot] = file_circumcircle(t, slot, x);
-  if (t->circle_of[slot] == flat_mark) t->watch_new = true;
+  t->circle_of.get()[slot] = file_circumcircle(t, slot, x);
+  if (t->circle_of.get()[slot] == flat_mark) t->watch_new = true;
 }
 
 // Looks at the last point's triangles where that is needed: notes the flat ones, and sees off the
@@ -144,10 +144,10 @@ void append_triangle(Triangulation *t, int32_t a, int32_t b, int32_t c, double x
 int32_t look_at_new(Triangulation *t, double x) {
   int32_t hits = 0;
   for (int32_t slot = t->first_new; slot < t->count; ++slot) {
-    if (t->circle_of[slot] == flat_mark) {
-      t->hits[hits++] = slot;
-    } else if (t->circle_of[slot] != no_circle) {
-      Circle &circle = t->unfinished.circles[t->circle_of[slot]];
+    if (t->circle_of.get()[slot] == flat_mark) {
+      t->hits.get()[hits++] = slot;
+    } else if (t->circle_of.get()[slot] != no_circle) {
+      Circle &circle = t->unfinished.circles.get()[t->circle_of.get()[slot]];
       if (is_passed(circle, x)) circle.r2 = 0.0;
     }
   }
@@ -159,15 +159,24 @@ int32_t look_at_new(Triangulation *t, double x) {
 void next_stretch(Triangulation *t, int32_t at) {
   const int32_t points = std::min(stretch_points(t->unfinished), t->points - at);
   t->next_stretch = at + points;
-  begin_stretch(&t->unfinished, t->x[t->order[at]], t->x[t->order[t->next_stretch - 1]],
+  begin_stretch(&t->unfinished, t->x[t->order.get()[at]], t->x[t->order.get()[t->next_stretch - 1]],
                 t->circle_of.get());
+}
+
+// The points stand in memory in the caller's order, so that each comes from far away.
+void fetch_later_point(const Triangulation &t, int32_t at) {
+  constexpr int32_t ahead = 8;
+  if (at + ahead >= t.points) return;
+  __builtin_prefetch(&t.x[t.order.get()[at + ahead]]);
+  __builtin_prefetch(&t.y[t.order.get()[at + ahead]]);
 }
 
 // The slots of all triangles that the point at place `at` of the order removes, or fails at, in
 // ascending order.
 int32_t find_hits(Triangulation *t, int32_t at) {
-  const double x = t->x[t->order[at]];
-  const double y = t->y[t->order[at]];
+  const double x = t->x[t->order.get()[at]];
+  const double y = t->y[t->order.get()[at]];
+  fetch_later_point(*t, at);
   int32_t *const slots = t->hits.get();
   int32_t hits = t->watch_new ? look_at_new(t, x) : 0;
   if (at == t->next_stretch) next_stretch(t, at);
@@ -185,8 +194,9 @@ void remove_triangle(Triangulation *t, int32_t slot) {
   t->a[slot] = t->a[last];
   t->b[slot] = t->b[last];
   t->c[slot] = t->c[last];
-  t->circle_of[slot] = t->circle_of[last];
-  if (t->circle_of[slot] > no_circle) t->unfinished.circles[t->circle_of[slot]].triangle = slot;
+  t->circle_of.get()[slot] = t->circle_of.get()[last];
+  if (t->circle_of.get()[slot] > no_circle)
+    t->unfinished.circles.get()[t->circle_of.get()[slot]].triangle = slot;
 }
 
 // Replays the walk through the list with the triangles hit. Their edges are gathered.
@@ -194,15 +204,15 @@ Status remove_hits(Triangulation *t, int32_t hits, int32_t *edge_count) {
   int32_t edges = 0;
   int32_t next = 0;
   while (next < hits) {
-    const int32_t slot = t->hits[next];
-    if (t->circle_of[slot] == flat_mark) return degenerate;
+    const int32_t slot = t->hits.get()[next];
+    if (t->circle_of.get()[slot] == flat_mark) return degenerate;
     if (edges + 3 >= t->edge_room) return edges_full;
-    t->edges[edges++] = {t->a[slot], t->b[slot]};
-    t->edges[edges++] = {t->b[slot], t->c[slot]};
-    t->edges[edges++] = {t->c[slot], t->a[slot]};
+    t->edges.get()[edges++] = {t->a[slot], t->b[slot]};
+    t->edges.get()[edges++] = {t->b[slot], t->c[slot]};
+    t->edges.get()[edges++] = {t->c[slot], t->a[slot]};
     remove_triangle(t, slot);
     // If the one that came here from the end is hit too, it is tested here next.
-    if (t->hits[hits - 1] == t->count) {
+    if (t->hits.get()[hits - 1] == t->count) {
       --hits;
     } else {
       ++next;
@@ -213,7 +223,7 @@ Status remove_hits(Triangulation *t, int32_t hits, int32_t *edge_count) {
 }
 
 Status insert_point(Triangulation *t, int32_t at) {
-  const int32_t point = t->order[at];
+  const int32_t point = t->order.get()[at];
   const int32_t hits = find_hits(t, at);
   int32_t edges = 0;
   const Status status = remove_hits(t, hits, &edges);
@@ -221,7 +231,7 @@ Status insert_point(Triangulation *t, int32_t at) {
   cancel_shared_edges(t->edges.get(), edges, t->edge_table.get());
   t->first_new = t->count;
   for (int32_t i = 0; i < edges; ++i) {
-    const Edge e = t->edges[i];
+    const Edge e = t->edges.get()[i];
     if (e.from == 0) continue;
     if (t->count >= t->room) return list_full;
     append_triangle(t, e.from, e.to, point + 1, t->x[point]);
@@ -236,8 +246,8 @@ Status insert_nan(Triangulation *t) {
 }
 
 Status insert_all(Triangulation *t) {
-  const double first_x = t->x[t->order[0]];
-  const bool ends_with_nan = std::isnan(t->x[t->order[t->points - 1]]);
+  const double first_x = t->x[t->order.get()[0]];
+  const bool ends_with_nan = std::isnan(t->x[t->order.get()[t->points - 1]]);
   if (ends_with_nan) --t->points;
   t->unfinished.stretch_end = first_x;
   append_triangle(t, t->n + 1, t->n + 2, t->n + 3, first_x);

@@ -24,11 +24,11 @@ inline int32_t grown_capacity(int32_t capacity, int32_t step) {
 // Makes room for `capacity` values, keeps the first `count`; the others are 0. False if there is no
 // memory, and the array stays as it was.
 template <class T>
-bool grow_array(OwnedArray<T> *array, int32_t count, int32_t capacity) {
+bool grow_array(OwnedArray<T> *array, size_t count, size_t capacity) {
   static_assert(std::is_trivially_copyable_v<T>);
-  auto grown = allocate_zeroed_array<T>(static_cast<size_t>(capacity));
+  auto grown = allocate_zeroed_array<T>(capacity);
   if (!grown) return false;
-  if (count > 0) std::memcpy(grown.get(), array->get(), static_cast<size_t>(count) * sizeof(T));
+  if (count > 0) std::memcpy(grown.get(), array->get(), count * sizeof(T));
   *array = std::move(grown);
   return true;
 }

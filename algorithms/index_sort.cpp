@@ -109,7 +109,8 @@ inline uint64_t ordered_bits(double key) {
   return (bits & sign) != 0 ? ~bits : bits | sign;
 }
 
-// Fills `out`, and tells in `differing` the bits in which keys differ; false if one is NaN.
+// Fills `out` from the end, so that ascending indices, the usual case, stand as equal keys shall;
+// tells in `differing` the bits in which keys differ. False if one is NaN.
 bool gather(const double *keys, const int32_t *index, int32_t n, KeyedIndex *out,
             uint64_t *differing) {
   *differing = 0;
@@ -117,8 +118,9 @@ bool gather(const double *keys, const int32_t *index, int32_t n, KeyedIndex *out
   for (int32_t i = 0; i < n; ++i) {
     const double key = keys[index[i]];
     if (key != key) return false;
-    out[i] = {ordered_bits(key), index[i]};
-    *differing |= out[i].bits ^ first;
+    const uint64_t bits = ordered_bits(key);
+    out[n - 1 - i] = {bits, index[i]};
+    *differing |= bits ^ first;
   }
   return true;
 }

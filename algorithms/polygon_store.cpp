@@ -55,9 +55,10 @@ bool enlarge(PolygonStore *store, int32_t capacity) {
   std::swap(grown.polygons, store->polygons);
   std::swap(grown.order, store->order);
   std::swap(grown.keys, store->keys);
-  if (!grow_array(&grown.polygons, store->count, capacity) ||
-      !grow_array(&grown.order, store->count, capacity) ||
-      !grow_array(&grown.keys, store->count, capacity))
+  if (!grow_array(&grown.polygons, static_cast<size_t>(store->count),
+                  static_cast<size_t>(capacity)) ||
+      !grow_array(&grown.order, static_cast<size_t>(store->count), static_cast<size_t>(capacity)) ||
+      !grow_array(&grown.keys, static_cast<size_t>(store->count), static_cast<size_t>(capacity)))
     return false;
   std::swap(grown.polygons, store->polygons);
   std::swap(grown.order, store->order);
@@ -95,7 +96,7 @@ int32_t open_store(int32_t capacity, int32_t vertex_mode) {
 
 void sort_store(PolygonStore *store) {
   for (int32_t i = 0; i < store->count; ++i)
-    store->order[i] = i;
+    store->order.get()[i] = i;
   sort_indices(store->keys.get(), store->order.get(), store->count);
 }
 
@@ -127,8 +128,8 @@ int32_t put_polygon(PolygonStore *store, const double *x, const double *y, int32
   if (polygon == nullptr) return 1;
   polygon->attribute1 = attribute1;
   polygon->attribute2 = attribute2;
-  store->polygons[store->count] = polygon;
-  store->keys[store->count] = key;
+  store->polygons.get()[store->count] = polygon;
+  store->keys.get()[store->count] = key;
   ++store->count;
   return 0;
 }
@@ -136,8 +137,8 @@ int32_t put_polygon(PolygonStore *store, const double *x, const double *y, int32
 // Has the polygons of the next positions brought near: the pointer first, then what it points to.
 void fetch_next(const PolygonStore *store, int32_t place) {
   if (place < 2 * fetch_ahead) return;
-  __builtin_prefetch(&store->polygons[store->order[place - 2 * fetch_ahead]]);
-  __builtin_prefetch(store->polygons[store->order[place - fetch_ahead]]);
+  __builtin_prefetch(&store->polygons.get()[store->order.get()[place - 2 * fetch_ahead]]);
+  __builtin_prefetch(store->polygons.get()[store->order.get()[place - fetch_ahead]]);
 }
 
 }  // namespace
@@ -183,7 +184,7 @@ extern "C" int32_t qqsget2(double *x, double *y, int32_t position, int32_t *attr
   if (store == nullptr || position < 0 || position >= store->count) return 0;
   const int32_t place = store->count - 1 - position;
   fetch_next(store, place);
-  StoredPolygon *const polygon = store->polygons[store->order[place]];
+  StoredPolygon *const polygon = store->polygons.get()[store->order.get()[place]];
   *nv = std::min(polygon->vertices, most_vertices_read);
   const float *xy = coordinates_of(polygon);
   for (int32_t i = 0; i < *nv; ++i) {

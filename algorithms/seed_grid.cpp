@@ -2,14 +2,14 @@
 //
 // The seed grid: points of streamlines filed by cell, and the lines in a queue.
 //
-// A cell holds the number of its first point, and each point that of the next, so that filing one
-// never moves another. Points stand in blocks that are had as they are needed. All lines of the
-// queue keep a copy of their points until the queue has gone past them.
+// A cell holds the number of its newest point, and each point that of the one before it, so that
+// filing one never moves another. Most cells hold one point at most; what tests touch is kept
+// small. All lines of the queue keep a copy of their points until the queue has gone past them.
 //
-// Two dimensions are three with one layer of cells and z 0 everywhere: that changes no cell number
-// and no distance.
+// Two dimensions are three with one layer of cells, which changes no cell number.
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -23,20 +23,11 @@ namespace quorix {
 namespace {
 
 constexpr int32_t first_lines = 100;
-constexpr int32_t first_blocks = 16;
-constexpr int32_t block_bits = 12;
-constexpr int32_t points_per_block = 1 << block_bits;
+constexpr int32_t point_room = 4096;
 
 struct Position {
   double x, y, z;
 };
-
-struct FiledPoint {
-  Position at;
-  int32_t next;  // in the same cell, counted from 1; 0 ends
-};
-
-using PointBlock = OwnedArray<FiledPoint>;
 
 struct SeedLine {
   double *points;  // owned; ndim coordinates each; null once the queue has gone past it
@@ -52,20 +43,19 @@ struct SeedGrid {
   int32_t line_count, line_capacity;
   int32_t current_line;
   bool cell_overflow;  // a point could not be filed
+  // The newest point of each cell, negative if there is an earlier one. One more, always empty.
   OwnedArray<int32_t> cells;
   OwnedArray<SeedLine> lines;
-  OwnedArray<FiledPoint *> blocks;  // each owned
-  int32_t block_count, block_capacity;
-  int32_t point_count;
+  OwnedArray<double> positions;  // ndim for each point, from point 1 on
+  OwnedArray<int32_t> earlier;   // for each point, the one before it in its cell; 0 ends
+  int32_t point_count, point_capacity;
 };
 
 SeedGrid *seed_grid = nullptr;  // owned
 
 void release_grid(SeedGrid *grid) {
   for (int32_t i = 0; i < grid->line_count; ++i)
-    release_bytes(grid->lines[i].points);
-  for (int32_t i = 0; i < grid->block_count; ++i)
-    release_bytes(grid->blocks[i]);
+    release_bytes(grid->lines.get()[i].points);
   grid->~SeedGrid();
   release_bytes(grid);
 }
@@ -84,6 +74,10 @@ bool has_valid_domain(const SeedGrid &g) {
          is_domain(g.ymin, g.ymax) && is_domain(g.zmin, g.zmax);
 }
 
+size_t position_values(const SeedGrid &g, int32_t points) {
+  return static_cast<size_t>(g.ndim) * static_cast<size_t>(points);
+}
+
 bool allocate(SeedGrid *grid) {
   size_t cells = 0;
   if (!checked_product(&cells, static_cast<size_t>(grid->nx), static_cast<size_t>(grid->ny),
@@ -92,11 +86,14 @@ bool allocate(SeedGrid *grid) {
     return false;
   grid->cell_count = static_cast<int64_t>(cells);
   grid->line_capacity = first_lines;
-  grid->block_capacity = first_blocks;
-  grid->cells = allocate_zeroed_array<int32_t>(cells);
+  grid->point_capacity = point_room;
+  grid->cells = allocate_zeroed_array<int32_t>(cells + 1);
   grid->lines = allocate_zeroed_array<SeedLine>(first_lines);
-  grid->blocks = allocate_zeroed_array<FiledPoint *>(first_blocks);
-  return grid->cells && grid->lines && grid->blocks;
+  grid->positions = allocate_array<double>(position_values(*grid, point_room));
+  grid->earlier = allocate_array<int32_t>(point_room);
+  if (!grid->cells || !grid->lines || !grid->positions || !grid->earlier) return false;
+  grid->point_count = 1;
+  return true;
 }
 
 void close_grid() {
@@ -154,22 +151,16 @@ inline bool is_far_outside(const SeedGrid &g, const Cell &cell) {
   return cell.ix > int64_t{g.nx} + 2;
 }
 
-inline FiledPoint &filed_point(const SeedGrid &g, int32_t number) {
-  const int32_t i = number - 1;
-  return g.blocks[i >> block_bits][i & (points_per_block - 1)];
-}
-
-bool add_block(SeedGrid *grid) {
-  if (grid->block_count == grid->block_capacity) {
-    const int32_t capacity = grown_capacity(grid->block_capacity, first_blocks);
-    if (capacity > INT32_MAX >> block_bits ||
-        !grow_array(&grid->blocks, grid->block_count, capacity))
-      return false;
-    grid->block_capacity = capacity;
-  }
-  auto block = allocate_array<FiledPoint>(points_per_block);
-  if (!block) return false;
-  grid->blocks[grid->block_count++] = block.release();
+bool make_room_for_point(SeedGrid *grid) {
+  if (grid->point_count < grid->point_capacity) return true;
+  const int32_t capacity = grown_capacity(grid->point_capacity, point_room);
+  if (capacity == 0 ||
+      !grow_array(&grid->positions, position_values(*grid, grid->point_count),
+                  position_values(*grid, capacity)) ||
+      !grow_array(&grid->earlier, static_cast<size_t>(grid->point_count),
+                  static_cast<size_t>(capacity)))
+    return false;
+  grid->point_capacity = capacity;
   return true;
 }
 
@@ -178,40 +169,56 @@ void file_point(SeedGrid *grid, Position p) {
   if (!find_cell(*grid, p, &cell) || is_far_outside(*grid, cell)) return;
   const int64_t number = cell_number(*grid, cell.ix, cell.iy, cell.iz);
   if (number >= grid->cell_count) return;
-  if (grid->point_count >> block_bits == grid->block_count && !add_block(grid)) {
+  if (!make_room_for_point(grid)) {
     grid->cell_overflow = true;
     return;
   }
-  ++grid->point_count;
-  filed_point(*grid, grid->point_count) = {p, grid->cells[number]};
-  grid->cells[number] = grid->point_count;
+  const int32_t point = grid->point_count++;
+  double *const at = grid->positions.get() + position_values(*grid, point);
+  at[0] = p.x;
+  at[1] = p.y;
+  if (grid->ndim == 3) at[2] = p.z;
+  int32_t &newest = grid->cells.get()[number];
+  grid->earlier.get()[point] = std::abs(newest);
+  newest = newest == 0 ? point : -point;
 }
 
-bool is_near_point_of_cell(const SeedGrid &g, int64_t number, Position p, double distance) {
+template <int32_t ndim>
+inline bool is_near(const SeedGrid &g, int32_t point, Position p, double distance) {
+  const double *const at = g.positions.get() + size_t{ndim} * static_cast<size_t>(point);
+  const double dx = at[0] - p.x;
+  const double dy = at[1] - p.y;
+  double squared = dx * dx + dy * dy;
+  if (ndim == 3) squared += (at[2] - p.z) * (at[2] - p.z);
+  return distance > std::sqrt(squared);
+}
+
+template <int32_t ndim>
+inline bool is_near_point_of_cell(const SeedGrid &g, int64_t number, Position p, double distance) {
   if (number < 0 || number >= g.cell_count) return false;
-  for (int32_t i = g.cells[number]; i != 0;) {
-    const FiledPoint &filed = filed_point(g, i);
-    const double dx = filed.at.x - p.x;
-    const double dy = filed.at.y - p.y;
-    const double dz = filed.at.z - p.z;
-    if (distance > std::sqrt(dx * dx + dy * dy + dz * dz)) return true;
-    i = filed.next;
+  const int32_t newest = g.cells.get()[number];
+  if (newest == 0) return false;
+  if (is_near<ndim>(g, std::abs(newest), p, distance)) return true;
+  if (newest > 0) return false;
+  for (int32_t point = g.earlier.get()[-newest]; point != 0; point = g.earlier.get()[point]) {
+    if (is_near<ndim>(g, point, p, distance)) return true;
   }
   return false;
 }
 
 // Looks through the cell and its neighbours. Only their numbers are held against the grid, so that
 // at its edge the far end of the next column counts as a neighbour.
+template <int32_t ndim>
 bool is_near_filed_point(const SeedGrid &g, const Cell &cell, Position p, double distance) {
   if (is_far_outside(g, cell)) return false;
-  const int32_t deep = g.ndim == 3 ? 1 : 0;
-  // The cell itself and its column first, where a near point is most likely.
-  for (const int32_t dx : {0, -1, 1}) {
-    for (const int32_t dy : {0, -1, 1}) {
-      for (int32_t dz = -deep; dz <= deep; ++dz) {
-        const int64_t number =
-            cell_number(g, int64_t{cell.ix} + dx, int64_t{cell.iy} + dy, int64_t{cell.iz} + dz);
-        if (is_near_point_of_cell(g, number, p, distance)) return true;
+  const int64_t first = cell_number(g, int64_t{cell.ix} - 1, int64_t{cell.iy} - 1, cell.iz);
+  const int64_t column = int64_t{g.ny} * g.nz;
+  const int64_t layers = ndim == 3 ? g.nz : 1;
+  const int64_t deep = ndim == 3 ? 1 : 0;
+  for (int64_t row = first; row <= first + 2 * column; row += column) {
+    for (int64_t middle = row; middle <= row + 2 * layers; middle += layers) {
+      for (int64_t number = middle - deep; number <= middle + deep; ++number) {
+        if (is_near_point_of_cell<ndim>(g, number, p, distance)) return true;
       }
     }
   }
@@ -225,8 +232,10 @@ bool is_in_domain(const SeedGrid &g, Position p) {
 
 bool is_accepted(const SeedGrid &g, Position p, double factor) {
   Cell cell = {};
-  return is_in_domain(g, p) && find_cell(g, p, &cell) &&
-         !is_near_filed_point(g, cell, p, g.cell_size * factor);
+  if (!is_in_domain(g, p) || !find_cell(g, p, &cell)) return false;
+  const double distance = g.cell_size * factor;
+  return !(g.ndim == 3 ? is_near_filed_point<3>(g, cell, p, distance)
+                       : is_near_filed_point<2>(g, cell, p, distance));
 }
 
 struct Coordinates {
@@ -253,7 +262,9 @@ double *copy_points(const SeedGrid &g, const Coordinates &c, int64_t n) {
 bool make_room_for_line(SeedGrid *grid) {
   if (grid->line_count < grid->line_capacity) return true;
   const int32_t capacity = grown_capacity(grid->line_capacity, first_lines);
-  if (capacity == 0 || !grow_array(&grid->lines, grid->line_count, capacity)) return false;
+  if (capacity == 0 || !grow_array(&grid->lines, static_cast<size_t>(grid->line_count),
+                                   static_cast<size_t>(capacity)))
+    return false;
   grid->line_capacity = capacity;
   return true;
 }
@@ -264,7 +275,7 @@ int32_t add_line(SeedGrid *grid, const Coordinates &c, int32_t n1, int32_t n2, b
   if (!make_room_for_line(grid)) return 1;
   double *const copy = copy_points(*grid, c, n);
   if (copy == nullptr) return 1;
-  grid->lines[grid->line_count] = {copy, n1, n2};
+  grid->lines.get()[grid->line_count] = {copy, n1, n2};
   if (go_there) grid->current_line = grid->line_count;
   ++grid->line_count;
   for (int64_t i = 0; i < n; ++i)
@@ -275,7 +286,7 @@ int32_t add_line(SeedGrid *grid, const Coordinates &c, int32_t n1, int32_t n2, b
 // Goes past the current line; the one after it, or null at the end of the queue.
 const SeedLine *next_line(SeedGrid *grid) {
   if (grid->line_count == 0) return nullptr;
-  SeedLine *const line = &grid->lines[grid->current_line];
+  SeedLine *const line = &grid->lines.get()[grid->current_line];
   release_bytes(line->points);
   line->points = nullptr;
   if (grid->current_line == grid->line_count - 1) return nullptr;

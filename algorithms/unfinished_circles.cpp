@@ -13,7 +13,7 @@ namespace {
 constexpr double slack = 1e-14;
 
 // Cells of the finest level for each point. More let clusters be told apart, fewer stay in cache.
-constexpr double cells_per_point = 0.25;
+constexpr double cells_per_point = 0.0625;
 
 constexpr int32_t least_stretch = 8;
 constexpr int32_t circles_per_stretch_point = 4;
@@ -22,7 +22,7 @@ int32_t take_free(UnfinishedCircles *f) {
   ++f->live;
   if (f->free == 0) return ++f->used;
   const int32_t number = f->free;
-  f->free = f->circles[number].next;
+  f->free = f->circles.get()[number].next;
   return number;
 }
 
@@ -46,7 +46,7 @@ int32_t lay_out_levels(UnfinishedCircles *f, int32_t finest_cells) {
 
 // Puts a circle into the cell of what it covers of Y from x to the end of the stretch.
 void put_into_cell(UnfinishedCircles *f, int32_t number, double x) {
-  Circle &c = f->circles[number];
+  Circle &c = f->circles.get()[number];
   c.cell = -1;
   const double nearest_x = std::clamp(c.x, x, f->stretch_end);
   const double away = c.x - nearest_x;
@@ -57,10 +57,10 @@ void put_into_cell(UnfinishedCircles *f, int32_t number, double x) {
   if (!(lo <= hi)) return;
   const auto first = static_cast<uint32_t>(finest_cell(*f, lo));
   const auto last = static_cast<uint32_t>(finest_cell(*f, hi));
-  const int32_t level = std::bit_width(last - first);
+  const auto level = static_cast<int32_t>(std::bit_width(last - first));
   c.cell = f->level_start[level] + static_cast<int32_t>(first >> level) + 1;
-  c.next = f->cells[c.cell];
-  f->cells[c.cell] = number;
+  c.next = f->cells.get()[c.cell];
+  f->cells.get()[c.cell] = number;
   ++f->in_level[level];
   f->occupied_levels |= 1U << level;
 }
@@ -85,7 +85,7 @@ bool open_circles(UnfinishedCircles *f, int32_t points, int32_t most, double y_f
 
 int32_t file_circle(UnfinishedCircles *f, const Circle &circle, double x) {
   const int32_t number = take_free(f);
-  f->circles[number] = circle;
+  f->circles.get()[number] = circle;
   put_into_cell(f, number, x);
   return number;
 }
@@ -97,12 +97,12 @@ int32_t stretch_points(const UnfinishedCircles &f) {
 void begin_stretch(UnfinishedCircles *f, double x, double stretch_end, int32_t *circle_of) {
   int32_t kept = 0;
   for (int32_t i = 1; i <= f->used; ++i) {
-    const Circle &c = f->circles[i];
+    const Circle &c = f->circles.get()[i];
     if (c.triangle < 0) continue;
-    if (c.cell >= 0) f->cells[c.cell] = 0;
+    if (c.cell >= 0) f->cells.get()[c.cell] = 0;
     const bool passed = is_passed(c, x);
     circle_of[c.triangle] = passed ? 0 : ++kept;
-    if (!passed) f->circles[kept] = c;
+    if (!passed) f->circles.get()[kept] = c;
   }
   for (int32_t &count : f->in_level)
     count = 0;

@@ -83,8 +83,8 @@ inline bool is_inside(const Circle &c, double x, double y) {
 }
 
 inline void free_circle(UnfinishedCircles *f, int32_t number) {
-  f->circles[number].triangle = -1;
-  f->circles[number].next = f->free;
+  f->circles.get()[number].triangle = -1;
+  f->circles.get()[number].next = f->free;
   f->free = number;
   --f->live;
 }
@@ -97,7 +97,8 @@ void take_hit_circles(UnfinishedCircles *f, double x, double y, int32_t *circle_
   Circle *const circles = f->circles.get();
   for (uint32_t levels = f->occupied_levels; levels != 0; levels &= levels - 1) {
     const int32_t level = std::countr_zero(levels);
-    int32_t *const cell = &f->cells[f->level_start[level] + static_cast<int32_t>(finest >> level)];
+    int32_t *const cell =
+        &f->cells.get()[f->level_start[level] + static_cast<int32_t>(finest >> level)];
     for (int32_t side = 0; side < 2; ++side) {
       for (int32_t *link = &cell[side]; *link != 0;) {
         const int32_t number = *link;

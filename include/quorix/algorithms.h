@@ -38,7 +38,7 @@ extern "C" {
  * and y count once. Of points on one circle, each way of joining them is equally good and any may
  * be given. After a status of 3 or more the triangle arrays hold nothing of use.
  *
- * Time grows a little faster than n: a million points take about a second. */
+ * Time grows a little faster than n: a million points take about two seconds. */
 QUORIX_API int32_t qqdlau(double *xray, double *yray, int32_t n, int32_t *i1ray, int32_t *i2ray,
                           int32_t *i3ray, int32_t nmax, int32_t *ntri, int32_t *status);
 
