@@ -60,13 +60,13 @@ static Place place_of(int row, int column) {
 static double project(Place p, double *x, double *y) {
   const double turn_cos = 0.921060994002885, turn_sin = 0.389418342308651; /* by 0.4 */
   const double dip_cos = 0.825335614909678, dip_sin = 0.564642473395035;   /* by 0.6 */
-  const double eye = 62, scale = 2530;
+  const double eye = 70, scale = 2160;
   double right = p.east * turn_cos + p.north * turn_sin;
   double away = p.north * turn_cos - p.east * turn_sin;
   double distance = eye + away * dip_cos - p.up * dip_sin;
   double height = away * dip_sin + p.up * dip_cos;
-  *x = WIDTH / 2 - 10 + right * scale / distance;
-  *y = HEIGHT / 2 + 70 - height * scale / distance;
+  *x = WIDTH / 2 + 20 + right * scale / distance;
+  *y = HEIGHT / 2 - 5 - height * scale / distance;
   return distance;
 }
 
@@ -149,7 +149,10 @@ int main(int argc, char **argv) {
   qqvclr(INK);
   draw_text(WIDTH / 2, 60, 24, CENTRE, "Jacksboro fault, Tennessee, from the south");
   qqvclr(GREY);
-  draw_text(WIDTH / 2, 96, 14, CENTRE, "30 by 32 km; heights of 221 to 1100 m, five times as high");
+  char heights[100];
+  snprintf(heights, sizeof heights, "30 by 32 km; heights of %.0f to %.0f m, five times as high",
+           lowest, highest);
+  draw_text(WIDTH / 2, 96, 14, CENTRE, heights);
   save_png(argv[2], WIDTH, HEIGHT);
   qqwfree();
   return 0;

@@ -32,6 +32,12 @@ static double velocity(double x, double y, double *u, double *v) {
   return sqrt(*u * *u + *v * *v);
 }
 
+/* The points of a line in the direction of the flow: n1 up to where it began, then n2. */
+typedef struct Line {
+  double x[2 * MAX_POINTS], y[2 * MAX_POINTS];
+  int32_t n1, n2;
+} Line;
+
 static int is_in_picture(double x, double y) {
   return x > -half_width && x < half_width && y > -half_height && y < half_height &&
          x * x + y * y > 1;
@@ -85,53 +91,53 @@ static void draw_head(const Axes *axes, const double *xs, const double *ys, int 
 }
 
 /* Traces a line through a place both ways, draws it and files it, unless it is short. */
-static void add_line(const Axes *axes, double x, double y, int first) {
-  static double back_x[MAX_POINTS], back_y[MAX_POINTS], xs[2 * MAX_POINTS], ys[2 * MAX_POINTS];
-  int32_t n1 = trace(x, y, -step, back_x, back_y, MAX_POINTS - 1), n2, flag = !first, status;
+static void add_line(const Axes *axes, double x, double y, int32_t flag, Line *line) {
+  static double back_x[MAX_POINTS], back_y[MAX_POINTS];
+  int n1 = trace(x, y, -step, back_x, back_y, MAX_POINTS - 1);
+  int32_t status;
   for (int i = 0; i < n1; i++) {
-    xs[i] = back_x[n1 - 1 - i];
-    ys[i] = back_y[n1 - 1 - i];
+    line->x[i] = back_x[n1 - 1 - i];
+    line->y[i] = back_y[n1 - 1 - i];
   }
-  xs[n1] = x;
-  ys[n1++] = y;
-  n2 = trace(x, y, step, xs + n1, ys + n1, MAX_POINTS);
-  int n = n1 + n2;
+  line->x[n1] = x;
+  line->y[n1++] = y;
+  line->n1 = n1;
+  line->n2 = trace(x, y, step, line->x + n1, line->y + n1, MAX_POINTS);
+  int n = line->n1 + line->n2;
   if (n * step < 3 * separation) return;
-  qqseed4(xs, ys, &no_z, &n1, &n2, &flag, &status);
+  qqseed4(line->x, line->y, &no_z, &line->n1, &line->n2, &flag, &status);
   if (status != 0) fail("no memory for the lines");
-  draw_line(axes, xs, ys, n);
+  draw_line(axes, line->x, line->y, n);
   for (int i = n < 160 ? n / 2 : 80; i + 4 < n; i += 160)
-    draw_head(axes, xs, ys, i);
+    draw_head(axes, line->x, line->y, i);
 }
 
 /* Tries places beside a line, on both sides. */
-static void add_lines_beside(const Axes *axes, const double *xs, const double *ys, int n) {
-  for (int i = 0; i < n; i += 4) {
-    double u, v, speed = velocity(xs[i], ys[i], &u, &v);
+static void add_lines_beside(const Axes *axes, const Line *line) {
+  static Line added;
+  for (int i = 0; i < line->n1 + line->n2; i += 4) {
+    double u, v, speed = velocity(line->x[i], line->y[i], &u, &v);
     for (int side = -1; side <= 1; side += 2) {
-      double x = xs[i] - side * separation * 1.001 * v / speed;
-      double y = ys[i] + side * separation * 1.001 * u / speed;
-      if (has_room(x, y, 0.95)) add_line(axes, x, y, 0);
+      double x = line->x[i] - side * separation * 1.001 * v / speed;
+      double y = line->y[i] + side * separation * 1.001 * u / speed;
+      if (has_room(x, y, 0.95)) add_line(axes, x, y, 1, &added);
     }
   }
 }
 
 static void draw_lines(const Axes *axes) {
-  static double xs[2 * MAX_POINTS], ys[2 * MAX_POINTS];
+  static Line line;
   /* A square, since the grid serves no more of a longer side. */
   const double low = -half_width, high = half_width;
-  int32_t ndim = 2, mode = 0, n1, n2, status;
+  int32_t ndim = 2, mode = 0, status;
   double z = 0;
   qqseed1(&low, &high, &low, &high, &no_z, &no_z, &separation, &ndim, &mode, &status);
   if (status != 0) fail("no memory for the grid");
-  add_line(axes, -3.9, 0.1, 1);
-  /* The first line is not delivered again; its points are those of an upright line as well. */
-  for (int i = 0; i <= 40; i++) {
-    double y = -half_height + i * (2 * half_height / 40) + 1e-3;
-    if (has_room(-3.9, y, 1)) add_line(axes, -3.9, y, 0);
-  }
-  while (qqseed2(xs, ys, &z, &n1, &n2, &status) == 0)
-    add_lines_beside(axes, xs, ys, n1 + n2);
+  /* With flag 0, so that the grid delivers what comes after this line. */
+  add_line(axes, -3.9, 0.1, 0, &line);
+  do
+    add_lines_beside(axes, &line);
+  while (qqseed2(line.x, line.y, &z, &line.n1, &line.n2, &status) == 0);
   mode = 1;
   qqseed1(&low, &high, &low, &high, &no_z, &no_z, &separation, &ndim, &mode, &status);
 }
