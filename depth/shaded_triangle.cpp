@@ -80,7 +80,8 @@ __attribute__((always_inline)) inline void fetch_rows(const Target &t, const Cor
                                                       const Rows &rows) {
   constexpr int32_t most_rows = 24;
   constexpr int32_t most_columns = 24;
-  if (t.bitmap.base == nullptr || t.depth == nullptr || rows.c - rows.a > most_rows) return;
+  if (t.bitmap.base == nullptr || t.depth == nullptr) return;
+  if (static_cast<int64_t>(rows.c) - rows.a > most_rows) return;
   const auto [low, high] = std::minmax({c.x[0], c.x[1], c.x[2]});
   const int32_t left = std::max(to_int32(low), t.box.x1);
   const int32_t right = std::min(to_int32(high), t.box.x2);
