@@ -138,7 +138,9 @@ int32_t put_polygon(PolygonStore *store, const double *x, const double *y, int32
 void fetch_next(const PolygonStore *store, int32_t place) {
   if (place < 2 * fetch_ahead) return;
   __builtin_prefetch(&store->polygons.get()[store->order.get()[place - 2 * fetch_ahead]]);
-  __builtin_prefetch(store->polygons.get()[store->order.get()[place - fetch_ahead]]);
+  const StoredPolygon *const next = store->polygons.get()[store->order.get()[place - fetch_ahead]];
+  __builtin_prefetch(next);
+  __builtin_prefetch(next + 3);  // the last vertices of four may stand in another line
 }
 
 }  // namespace
