@@ -85,8 +85,8 @@ double coordinate(DepthSketch &sketch, int32_t extent, int32_t style) {
       return value + 0.25 * below(random, 4);
     case 2:  // on both sides of the middle between two pixels
       return value + 0.5 + 1e-9 * between(random, -2, 2);
-    case 3:
-      return value + 0.05 * between(random, -2, 2);
+    case 3:  // rows apart by rounding, but hardly in height
+      return value + 0.5 + 0.05 * between(random, -2, 2);
     default:
       return value + fraction(random);
   }
