@@ -24,7 +24,7 @@ packages_of() {
     bench)
       echo libbenchmark-dev pkgconf libagg-dev libcairo2-dev libimlib2-dev libgd-dev libpixman-1-dev libpng-dev
       echo libspng-dev libimagequant-dev qt6-base-dev libopencv-core-dev libopencv-imgproc-dev
-      echo libqhull-dev libcgal-dev libnanoflann-dev
+      echo libqhull-dev libcgal-dev libnanoflann-dev libosmesa6-dev
       ;;
     *) return 1 ;;
   esac
