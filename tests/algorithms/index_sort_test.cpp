@@ -208,7 +208,7 @@ TEST(IndexSort, TouchesNothingWithoutIndices) {
 }
 
 TEST(IndexSort, SortsWithoutMemoryToo) {
-  for (const uint64_t number : {10, 11, 16, 17}) {
+  for (const uint64_t number : {10U, 11U, 16U, 17U}) {
     SortCase sort = random_sort(number);
     sort.keys.resize(30000, 0.25);
     sort.index = counted(sort.keys.size());

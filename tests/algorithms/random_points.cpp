@@ -47,7 +47,7 @@ void grid(PointSet *points, RandomValues *random, size_t n) {
   const double root = std::sqrt(static_cast<double>(n));
   const int32_t width = 1 + static_cast<int32_t>(root * random->real(0.3, 2));
   const int32_t height = 1 + static_cast<int32_t>(n) / width;
-  const double step = random->one_of<double>({1, 1, 10, 0.1, 1.0 / 3});
+  const double step = random->one_of<double>({1, 1, 10, 0.1, 1.0 / 3, 1e4 / 7, 1e6 / 3});
   const double jitter = jittered ? random->one_of<double>({1e-9, 1e-6, 0.1}) * step : 0;
   for (int32_t i = 0; i < width; i++) {
     for (int32_t k = 0; k < height; k++)
@@ -116,11 +116,13 @@ void columns(PointSet *points, RandomValues *random, size_t n) {
 void circles(PointSet *points, RandomValues *random, size_t n) {
   points->kind = "on circles";
   const size_t rings = 1 + random->below(3);
+  // In the larger ones rounding decides whether a point is in a circle.
+  const double unit = random->one_of<double>({100, 100, 1e4, 1e6});
   const double jitter = random->one_of<double>({0, 0, 1e-10, 1e-6});
   const double divisions = random->one_of<double>({12, 60, static_cast<double>(n)});
   for (size_t i = 0; i < n; i++) {
     const double radius =
-        100.0 * static_cast<double>(1 + random->below(rings)) + jitter * random->unit();
+        unit * static_cast<double>(1 + random->below(rings)) + jitter * random->unit();
     const double angle = 2 * pi * std::floor(random->unit() * divisions) / divisions;
     points->add(radius * std::cos(angle), radius * std::sin(angle));
   }

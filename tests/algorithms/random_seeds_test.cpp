@@ -146,7 +146,7 @@ Domain random_domain(RandomValues *random) {
   for (size_t i = 0; i < 3; i++) {
     domain.low[i] = random->one_of<double>({0, -5, 100, random->real(-50, 50)});
     const int32_t cells = equal ? width : random->between(0, widest);
-    const double rest = random->one_in(2) ? 0 : random->unit();
+    const double rest = random->one_of<double>({0, 0, 0.5, random->unit()});
     domain.high[i] = domain.low[i] + (cells + rest) * domain.cell_size;
   }
   return domain;

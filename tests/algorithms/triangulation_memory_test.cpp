@@ -63,7 +63,7 @@ PointSet one_column(size_t n) {
 }  // namespace
 
 TEST(TriangulationMemory, MayRunOutAtEveryRequest) {
-  for (const size_t n : {1, 3, 13, 100, 3000}) {
+  for (const size_t n : {1U, 3U, 13U, 100U, 3000U}) {
     fail_every_request(scattered_points(n, n, 1000), Failures::only_that_one);
     fail_every_request(scattered_points(n, n, 1000), Failures::that_and_all_later);
   }

@@ -307,7 +307,7 @@ size_t largest_cavity_that_fits(size_t points) {
 
 TEST(Triangulation, EndsWhenOnePointRemovesTooManyTriangles) {
   EXPECT_EQ(largest_cavity_that_fits(50), 33U);
-  for (const size_t points : {60, 99, 100, 101, 102, 103, 104, 150, 151}) {
+  for (const size_t points : {60U, 99U, 100U, 101U, 102U, 103U, 104U, 150U, 151U}) {
     const size_t fits = largest_cavity_that_fits(points);
     std::set<size_t> seen;
     for (size_t on_arc = fits - 6; on_arc < std::min(fits + 6, points - 1); on_arc++) {
