@@ -15,8 +15,8 @@ PictureArea picture_area(int32_t width, int32_t height) {
 
 }  // namespace quorix
 
-int32_t qqpclp(const int32_t *x, const int32_t *y, const int32_t *width, const int32_t *height,
-               const int32_t *enabled) {
+extern "C" int32_t qqpclp(const int32_t *x, const int32_t *y, const int32_t *width,
+                          const int32_t *height, const int32_t *enabled) {
   quorix::image_clip = {*x, *y, *width, *height, *enabled};
   return 0;
 }

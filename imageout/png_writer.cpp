@@ -266,9 +266,9 @@ int32_t write_to_memory(PngWriter *png, uint8_t *memory, int32_t room) {
 
 }  // namespace quorix
 
-int32_t qqppng(char *target, const int32_t *device, const int32_t *order, const int32_t *width,
-               const int32_t *height, const uint32_t *palette, const int32_t *colours,
-               int32_t *status) {
+extern "C" int32_t qqppng(char *target, const int32_t *device, const int32_t *order,
+                          const int32_t *width, const int32_t *height, const uint32_t *palette,
+                          const int32_t *colours, int32_t *status) {
   quorix::PngWriter png = {};
   const bool into_memory = *colours < 0;
   const quorix::WriterStatus found = quorix::find_source(&png.source, *device, *width, *height);

@@ -40,8 +40,8 @@ WriterStatus write_ppm(const char *name, int32_t device, int32_t width, int32_t 
 
 }  // namespace quorix
 
-int32_t qqpppm(const char *file, const int32_t *device, const int32_t *width, const int32_t *height,
-               const int32_t * /*unused*/, int32_t *status) {
+extern "C" int32_t qqpppm(const char *file, const int32_t *device, const int32_t *width,
+                          const int32_t *height, const int32_t * /*unused*/, int32_t *status) {
   *status = quorix::write_ppm(file, *device, *width, *height);
   return 0;
 }

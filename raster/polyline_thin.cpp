@@ -187,10 +187,6 @@ void for_each_sloping_segment(const Surface<Pixel> &s, const OutputContext *cont
   }
 }
 
-}  // namespace
-
-namespace {
-
 // A pen of one pixel, of either raster mode.
 template <class Pixel>
 void draw_clipped(const Surface<Pixel> &s, const OutputContext *context, const int32_t *xs,
