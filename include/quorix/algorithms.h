@@ -28,7 +28,7 @@ extern "C" {
  * nmax        at least 2 * n + 1
  * ntri        receives the number of triangles; 0 unless the status is 0
  * status      0 done; 1 nmax too small; 2 no memory; 3 a point lies in the circles of too many
- *             triangles (a third of n, or 33 if that is more); 4 three points of a triangle lie
+ *             triangles (k of them with 3 k >= n, or 3 k >= 100 if n is less); 4 three points of a triangle lie
  *             (nearly) on a line; 5 more than nmax triangles
  *
  * With n below 1 there are no triangles and the status is 0.
@@ -49,7 +49,7 @@ QUORIX_API int32_t qqdlau(double *xray, double *yray, int32_t n, int32_t *i1ray,
  * keys   not changed; read at the places that `index` tells
  * index  permuted so that the keys ascend; of equal keys the one with the higher index comes first
  *
- * A NaN among the keys harms nothing, but leaves the order of the others undefined. */
+ * A NaN among the keys harms nothing, but the others may not come out in order. */
 QUORIX_API int32_t qqssrt(const double *keys, int32_t *index, int32_t n);
 
 /* ---- Polygon store ----------------------------------------------------------------------- */
@@ -105,9 +105,9 @@ QUORIX_API int32_t qqsget(double *x, double *y, int32_t position, int32_t *attri
  * the lines back one after another so that places beside them can be tried. All arguments are
  * passed by reference.
  *
- *   open the grid; trace a first line; qqseed4 with flag 0
- *   for the points beside the line: if qqseed3 accepts, trace a line from there; qqseed4 with flag
- * 1 the same with each line that qqseed2 delivers, until there is none; close the grid
+ * The way to go: open the grid, trace a first line and file it with qqseed4, flag 0. For the places
+ * beside a line that qqseed3 accepts, trace a line from there and file it with flag 1. Take the next
+ * line from qqseed2 and do the same with it, until there is none; then close the grid.
  *
  * xmin, xmax, ymin, ymax, zmin, zmax
  *            the domain; the last two are not read unless ndim is 3
