@@ -28,8 +28,8 @@ extern "C" {
  * nmax        at least 2 * n + 1
  * ntri        receives the number of triangles; 0 unless the status is 0
  * status      0 done; 1 nmax too small; 2 no memory; 3 a point lies in the circles of too many
- *             triangles (k of them with 3 k >= n, or 3 k >= 100 if n is less); 4 three points of a triangle lie
- *             (nearly) on a line; 5 more than nmax triangles
+ *             triangles (k of them with 3 k >= n, or 3 k >= 100 if n is less); 4 three points of a
+ *             triangle lie (nearly) on a line; 5 more than nmax triangles
  *
  * With n below 1 there are no triangles and the status is 0.
  *
@@ -105,9 +105,9 @@ QUORIX_API int32_t qqsget(double *x, double *y, int32_t position, int32_t *attri
  * the lines back one after another so that places beside them can be tried. All arguments are
  * passed by reference.
  *
- * The way to go: open the grid, trace a first line and file it with qqseed4, flag 0. For the places
- * beside a line that qqseed3 accepts, trace a line from there and file it with flag 1. Take the next
- * line from qqseed2 and do the same with it, until there is none; then close the grid.
+ * The way to go: open the grid, trace a first line and file it with qqseed4, flag 0. For places
+ * beside a line that qqseed3 accepts, trace a line from there and file it with flag 1. Take the
+ * next line from qqseed2 and do the same with it, until there is none; then close the grid.
  *
  * xmin, xmax, ymin, ymax, zmin, zmax
  *            the domain; the last two are not read unless ndim is 3
