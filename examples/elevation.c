@@ -10,6 +10,7 @@
 #include <stdlib.h>
 
 #include "axes.h"
+#include "grid.h"
 
 enum { WIDTH = 1400, HEIGHT = 1260, ROWS = 172, COLUMNS = 201, MAP_WIDTH = 960, MAP_HEIGHT = 1026 };
 enum { PAPER, TEXT, FRAME, MARKS, FIRST = 4, TINTS = 24, SHADES = 10, LOW = 200, HIGH = 1100 };
@@ -19,26 +20,6 @@ static const uint32_t tints[] = {0x2E6B57, 0x6FA267, 0xC2C988, 0xE9D7A0,
                                  0xC99A66, 0x96684A, 0xB9A79C, 0xFFFFFF};
 
 static double grid[ROWS][COLUMNS]; /* metres, from the north and the west */
-
-static void read_grid(const char *file) {
-  char line[4096];
-  int row = 0;
-  FILE *stream = fopen(file, "r");
-  if (stream == NULL) fail("%s cannot be opened", file);
-  while (row < ROWS && fgets(line, sizeof line, stream) != NULL) {
-    if (line[0] == '#') continue;
-    char *at = line;
-    for (int column = 0; column < COLUMNS; column++) {
-      char *end;
-      grid[row][column] = strtod(at, &end);
-      if (end == at) fail("%s: row %d of the grid is too short", file, row + 1);
-      at = end + (*end == ',');
-    }
-    row++;
-  }
-  fclose(stream);
-  if (row < ROWS) fail("%s: %d rows instead of %d", file, row, ROWS);
-}
 
 /* One number between four neighbours, bent so that slopes have no steps. */
 static double between(double a, double b, double c, double d, double t) {
@@ -129,7 +110,7 @@ int main(int argc, char **argv) {
     fprintf(stderr, "usage: elevation elevation.csv out.png\n");
     return 2;
   }
-  read_grid(argv[1]);
+  read_grid(argv[1], &grid[0][0], ROWS, COLUMNS);
   make_palette(palette);
   Axes axes = {200, 110, 200 + MAP_WIDTH, 110 + MAP_HEIGHT, -84.4133, -84.08, 36.4471, 36.7321,
                0.1, 0.05};

@@ -10,6 +10,7 @@
 #include <stdlib.h>
 
 #include "axes.h"
+#include "grid.h"
 
 enum { WIDTH = 1800, HEIGHT = 960, ROWS = 91, COLUMNS = 180, PER_CELL = 8 };
 enum { PAPER, TEXT, CONTOUR, FRAME, MARKS, FIRST_HEIGHT = 8, HEIGHTS = 220, LIMIT = 110 };
@@ -19,26 +20,6 @@ static const uint32_t height_colours[] = {0x08306B, 0x2171B5, 0x6BAED6, 0xC6DBEF
                                           0xFDD0A2, 0xFD8D3C, 0xC44A08, 0x6B2A02};
 
 static double grid[ROWS][COLUMNS]; /* metres; from the north, from 180 degrees west */
-
-static void read_grid(const char *file) {
-  char line[4096];
-  int row = 0;
-  FILE *stream = fopen(file, "r");
-  if (stream == NULL) fail("%s cannot be opened", file);
-  while (row < ROWS && fgets(line, sizeof line, stream) != NULL) {
-    if (line[0] == '#') continue;
-    char *at = line;
-    for (int column = 0; column < COLUMNS; column++) {
-      char *end;
-      grid[row][column] = strtod(at, &end);
-      if (end == at) fail("%s: row %d of the grid is too short", file, row + 1);
-      at = end + (*end == ',');
-    }
-    row++;
-  }
-  fclose(stream);
-  if (row < ROWS) fail("%s: %d rows instead of %d", file, row, ROWS);
-}
 
 /* The height at a place between the grid's points; columns go round the world. */
 static double height_at(double row, double column) {
@@ -122,7 +103,7 @@ int main(int argc, char **argv) {
   for (int i = 0; i < 5; i++)
     palette[i] = plain_colours[i];
   blend_colours(palette + FIRST_HEIGHT, HEIGHTS, height_colours, 9);
-  read_grid(argv[1]);
+  read_grid(argv[1], &grid[0][0], ROWS, COLUMNS);
   Axes axes = {120, 110, 120 + COLUMNS * PER_CELL, 110 + (ROWS - 1) * PER_CELL, -180, 180, -90, 90,
                60,  30};
   open_palette_page(WIDTH, HEIGHT, palette);

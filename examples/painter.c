@@ -10,6 +10,7 @@
 #include <stdlib.h>
 
 #include "axes.h"
+#include "grid.h"
 
 enum { WIDTH = 1600, HEIGHT = 1000, ROWS = 172, COLUMNS = 201 };
 
@@ -23,26 +24,11 @@ static uint32_t colours[256];      /* from the lowest height to the highest */
 static double grid[ROWS][COLUMNS]; /* metres, from the north and the west */
 static double lowest = 1e9, highest = -1e9;
 
-static void read_grid(const char *file) {
-  char line[4096];
-  int row = 0;
-  FILE *stream = fopen(file, "r");
-  if (stream == NULL) fail("%s cannot be opened", file);
-  while (row < ROWS && fgets(line, sizeof line, stream) != NULL) {
-    if (line[0] == '#') continue;
-    char *at = line;
-    for (int column = 0; column < COLUMNS; column++) {
-      char *end;
-      grid[row][column] = strtod(at, &end);
-      if (end == at) fail("%s: row %d of the grid is too short", file, row + 1);
-      at = end + (*end == ',');
-      lowest = fmin(lowest, grid[row][column]);
-      highest = fmax(highest, grid[row][column]);
-    }
-    row++;
+static void find_range(void) {
+  for (int i = 0; i < ROWS * COLUMNS; i++) {
+    lowest = fmin(lowest, grid[i / COLUMNS][i % COLUMNS]);
+    highest = fmax(highest, grid[i / COLUMNS][i % COLUMNS]);
   }
-  fclose(stream);
-  if (row < ROWS) fail("%s: %d rows instead of %d", file, row, ROWS);
 }
 
 typedef struct Place {
@@ -138,7 +124,8 @@ int main(int argc, char **argv) {
     fprintf(stderr, "usage: painter elevation.csv out.png\n");
     return 2;
   }
-  read_grid(argv[1]);
+  read_grid(argv[1], &grid[0][0], ROWS, COLUMNS);
+  find_range();
   blend_colours(colours, 256, tints, 8);
   open_page(WIDTH, HEIGHT);
   qqsini(0, ROWS * COLUMNS, &io);

@@ -9,6 +9,7 @@
 #include <stdlib.h>
 
 #include "axes.h"
+#include "grid.h"
 #include "scene.h"
 
 enum { WIDTH = 1600, HEIGHT = 1000, ROWS = 172, COLUMNS = 201, TINTS = 240, GRID = 6 };
@@ -20,26 +21,6 @@ static const unsigned wall = 0xC4BBAE;
 
 static double grid[ROWS][COLUMNS]; /* metres, from the north and the west */
 static uint32_t tints[256];
-
-static void read_grid(const char *file) {
-  char line[4096];
-  int row = 0;
-  FILE *stream = fopen(file, "r");
-  if (stream == NULL) fail("%s cannot be opened", file);
-  while (row < ROWS && fgets(line, sizeof line, stream) != NULL) {
-    if (line[0] == '#') continue;
-    char *at = line;
-    for (int column = 0; column < COLUMNS; column++) {
-      char *end;
-      grid[row][column] = strtod(at, &end);
-      if (end == at) fail("%s: row %d of the grid is too short", file, row + 1);
-      at = end + (*end == ',');
-    }
-    row++;
-  }
-  fclose(stream);
-  if (row < ROWS) fail("%s: %d rows instead of %d", file, row, ROWS);
-}
 
 /* East-west is -1 to 1; heights are exaggerated. */
 static Vector place(int row, int column, double metres) {
@@ -103,7 +84,7 @@ static void draw_grid(const View *view) {
 
 int main(int argc, char **argv) {
   if (argc != 3) fail("usage: surface elevation.csv out.png");
-  read_grid(argv[1]);
+  read_grid(argv[1], &grid[0][0], ROWS, COLUMNS);
   blend_colours(tints, TINTS, stops, sizeof stops / sizeof *stops);
   open_page(WIDTH, HEIGHT);
   qqvvlt(1, tints);
