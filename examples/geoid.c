@@ -7,7 +7,6 @@
  */
 #include <math.h>
 #include <stdio.h>
-#include <stdlib.h>
 
 #include "axes.h"
 #include "grid.h"

@@ -5,8 +5,6 @@
  * Near parts hide far ones through the depth buffer, in whatever order they are drawn; the lines of
  * the grid lie on the surface and show by the tolerance of depth lines.
  */
-#include <stdio.h>
-#include <stdlib.h>
 
 #include "axes.h"
 #include "grid.h"
