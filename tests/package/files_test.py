@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""What is installed can be moved: no file names a folder of the build."""
+"""What is installed can be moved: no file names a folder of the build. The README is up to date."""
+import pathlib
 import re
 import unittest
 
@@ -26,6 +27,11 @@ class Files(unittest.TestCase):
             for folder in (CONFIG["build"], CONFIG["source"], CONFIG["prefix"]):
                 # As a path of its own, or the start of one.
                 self.assertNotRegex(text, START + re.escape(folder) + r"(?![\w.-])", path)
+
+    def test_the_readme_shows_the_first_program(self):
+        source = pathlib.Path(CONFIG["source"])
+        program = (source / "examples/first.c").read_text().split("*/\n", 1)[1]
+        self.assertIn(f"```c\n{program}```\n", (source / "README.md").read_text())
 
     def test_the_version_is_the_projects(self):
         self.assertIn(f"\nVersion: {CONFIG['version']}\n", (LIB / "pkgconfig/quorix.pc").read_text())
