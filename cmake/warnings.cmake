@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 # The warnings that every target of the project is built with.
 function(quorix_warnings target)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    -Wsign-conversion)
   if(QUORIX_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
