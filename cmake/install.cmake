@@ -5,7 +5,8 @@ include(CMakePackageConfigHelpers)
 
 # The C headers. The records that the families share (output_context.h, device.h, window_set.h) are
 # internal and stay here.
-set(public_headers algorithms.h depth.h export.h imageout.h quorix.h raster.h window.h)
+set(public_headers algorithms.h datafiles.h depth.h export.h fonts.h imagein.h imageout.h pdf.h
+  quorix.h raster.h system.h window.h)
 list(TRANSFORM public_headers PREPEND ${PROJECT_SOURCE_DIR}/include/quorix/)
 install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorix)
 

@@ -17,7 +17,12 @@ packages_of() {
       echo wine wine64 xvfb fonts-liberation fonts-wine libgl1 libgl1-mesa-dri libglx-mesa0
       ;;
     # GoogleTest, and the independent programs and libraries that judge what was written.
-    test) echo googletest clang-format pkgconf libpng-dev libqhull-dev netpbm imagemagick pngcheck ;;
+    test)
+      echo googletest clang-format pkgconf libpng-dev libqhull-dev netpbm imagemagick pngcheck
+      echo libgif-dev giflib-tools libtiff-dev libtiff-tools
+      echo qpdf poppler-utils mupdf-tools ghostscript fonts-urw-base35
+      echo libfreetype-dev fonts-dejavu-core fonts-liberation libcfitsio-dev
+      ;;
     tidy) echo clang-tidy ;;
     fuzz) echo clang libclang-rt-14-dev ;;
     # What the benchmarks compare with.
@@ -25,6 +30,7 @@ packages_of() {
       echo libbenchmark-dev pkgconf libagg-dev libcairo2-dev libimlib2-dev libgd-dev libpixman-1-dev libpng-dev
       echo libspng-dev libimagequant-dev qt6-base-dev libopencv-core-dev libopencv-imgproc-dev
       echo libqhull-dev libcgal-dev libnanoflann-dev libosmesa6-dev
+      echo libhpdf-dev libgif-dev libtiff-dev libstb-dev libfreetype-dev libcfitsio-dev
       ;;
     *) return 1 ;;
   esac

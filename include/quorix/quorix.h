@@ -10,9 +10,14 @@
 #define QUORIX_QUORIX_H
 
 #include "algorithms.h"
+#include "datafiles.h"
 #include "depth.h"
+#include "fonts.h"
+#include "imagein.h"
 #include "imageout.h"
+#include "pdf.h"
 #include "raster.h"
+#include "system.h"
 #include "window.h"
 
 #endif
