@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+//
+// qqgenv: the environment, and the directory that holds the library's own files.
+#include <cstring>
+
+#include "platform/system.h"
+#include "platform/text.h"
+#include "quorix/system.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr char install_variable[] = "QUORIX";
+constexpr char variable_alone[] = "QUOENV";  // asks for install_variable without a fallback
+constexpr char default_directory[] = "c:\\quorix";
+constexpr size_t buffer_size = 256;
+
+// Kept: the name for the lookup without a fallback is not the name of the variable it reads.
+bool look_up(const char *name, char *value) {
+  const bool alone = std::strcmp(name, variable_alone) == 0;
+  if (environment_value(alone ? install_variable : name, value, buffer_size)) return true;
+  if (std::strcmp(name, install_variable) != 0) return false;
+  if (!find_install_directory(value, buffer_size)) {
+    copy_bytes(value, default_directory, buffer_size - 1);
+  }
+  return true;
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+extern "C" int32_t qqgenv(const char *name, char *buffer) {
+  char value[quorix::buffer_size];
+  if (name == nullptr || !quorix::look_up(name, value)) return 0;
+  return static_cast<int32_t>(quorix::copy_bytes(buffer, value, quorix::buffer_size - 1));
+}

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+//
+// The table of binary files that are known by unit numbers.
+#include <climits>
+
+#include "platform/files.h"
+#include "quorix/system.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr int32_t unit_count = 100;
+
+// What a unit's mode byte says: the mode that it was opened with, plus 1, in 8 bits. Kept: modes
+// other than 0 to 2 open a file for reading, but only those that give 1 here may be read.
+enum UnitMode : uint8_t { unit_free = 0, unit_reads = 1, unit_writes_from = 2 };
+enum OpenMode : int32_t { open_to_write = 1, open_to_append = 2 };
+
+enum OpenStatus : int32_t { opened = 0, not_opened = 1, in_use = 2 };
+enum CloseStatus : int32_t { closed = 0, not_open = 1 };
+constexpr int32_t failed = -1;
+
+struct Unit {
+  std::FILE *file;  // owned while the mode is not unit_free
+  uint8_t mode;     // UnitMode
+};
+
+Unit units[unit_count] = {};
+
+// Null for a number outside the table.
+Unit *find_unit(int32_t number) {
+  return number >= 0 && number < unit_count ? &units[number] : nullptr;
+}
+
+Unit *find_open_unit(int32_t number) {
+  Unit *const unit = find_unit(number);
+  return unit != nullptr && unit->mode != unit_free ? unit : nullptr;
+}
+
+const char *stream_mode(int32_t mode) {
+  if (mode == open_to_write) return "wb";
+  return mode == open_to_append ? "ab" : "rb";
+}
+
+OpenStatus open_unit(const char *name, int32_t number, int32_t mode) {
+  Unit *const unit = find_unit(number);
+  if (unit == nullptr) return not_opened;
+  if (unit->mode != unit_free) return in_use;
+  const auto mode_byte = static_cast<uint8_t>((static_cast<uint32_t>(mode) + 1) & 255U);
+  if (mode_byte == unit_free) return not_opened;  // it would be open and free at once
+  OwnedFile file = open_file(name, stream_mode(mode));
+  if (file == nullptr) return not_opened;
+  *unit = {file.release(), mode_byte};
+  return opened;
+}
+
+int32_t move_unit(int32_t number, int32_t offset, int origin) {
+  const Unit *const unit = find_open_unit(number);
+  return unit == nullptr ? failed : file_gate.seek(unit->file, offset, origin);
+}
+
+int32_t unit_position(int32_t number) {
+  const Unit *const unit = find_open_unit(number);
+  if (unit == nullptr) return failed;
+  const int64_t position = file_gate.tell(unit->file);
+  return position >= 0 && position <= INT32_MAX ? static_cast<int32_t>(position) : failed;
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+extern "C" int32_t c_openfl(const char *name, const int32_t *unit, const int32_t *mode,
+                            int32_t *status) {
+  *status = quorix::open_unit(name, *unit, *mode);
+  return 0;
+}
+
+extern "C" int32_t c_closfl(const int32_t *unit, int32_t *status) {
+  quorix::Unit *const found = quorix::find_open_unit(*unit);
+  *status = found == nullptr ? quorix::not_open : quorix::closed;
+  if (found == nullptr) return 0;
+  quorix::file_gate.close(found->file);
+  *found = {};
+  return 0;
+}
+
+extern "C" int32_t c_readfl(const int32_t *unit, uint8_t *buffer, const int32_t *count,
+                            int32_t *result) {
+  const quorix::Unit *const found = quorix::find_open_unit(*unit);
+  *result = quorix::failed;
+  if (found == nullptr || found->mode != quorix::unit_reads || *count < 0) return 0;
+  *result = *count == 0 ? 0
+                        : static_cast<int32_t>(
+                              quorix::read_file(found->file, buffer, static_cast<size_t>(*count)));
+  return 0;
+}
+
+extern "C" int32_t c_writfl(const int32_t *unit, const uint8_t *buffer, const int32_t *count,
+                            int32_t *result) {
+  const quorix::Unit *const found = quorix::find_open_unit(*unit);
+  *result = quorix::failed;
+  if (found == nullptr || found->mode < quorix::unit_writes_from || *count < 0) return 0;
+  *result = *count == 0 ? 0
+                        : static_cast<int32_t>(
+                              quorix::write_file(found->file, buffer, static_cast<size_t>(*count)));
+  return 0;
+}
+
+extern "C" int32_t c_skipfl(const int32_t *unit, const int32_t *offset, int32_t *result) {
+  *result = quorix::move_unit(*unit, *offset, SEEK_CUR);
+  return 0;
+}
+
+extern "C" int32_t c_posifl(const int32_t *unit, const int32_t *position, int32_t *result) {
+  *result = quorix::move_unit(*unit, *position, SEEK_SET);
+  return 0;
+}
+
+extern "C" int32_t c_tellfl(const int32_t *unit, int32_t *result) {
+  *result = quorix::unit_position(*unit);
+  return 0;
+}

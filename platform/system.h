@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+//
+// What the library asks of the operating system besides memory, files and messages. Each system has
+// a file of its own behind it.
+#pragma once
+
+#include <cstddef>
+
+namespace quorix {
+
+// ---- environment_posix.cpp, environment_windows.cpp
+
+// The value of an environment variable, cut to `size` cells with its terminator. False where there
+// is no such variable; the buffer stays as it was then.
+bool environment_value(const char *name, char *buffer, size_t size);
+
+// The directory that holds the library's own files. On Windows the registry names it; elsewhere it
+// is the data directory of the installation that the library was loaded from, if that exists, so
+// that an installed tree can be moved. False where there is none; the buffer stays as it was then.
+bool find_install_directory(char *buffer, size_t size);
+
+// ---- system_posix.cpp, system_windows.cpp
+
+// Hands the messages that wait for this thread's windows to them.
+void dispatch_waiting_messages();
+
+// Removes a file, and never a directory.
+void remove_plain_file(const char *name);
+
+}  // namespace quorix

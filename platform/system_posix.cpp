@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#include <unistd.h>
+
+#include "platform/system.h"
+
+namespace quorix {
+
+// Without windows no messages wait.
+void dispatch_waiting_messages() {}
+
+void remove_plain_file(const char *name) {
+  unlink(name);
+}
+
+}  // namespace quorix

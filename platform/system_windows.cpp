@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include <windows.h>
+
+#include <cstdio>
+
+#include "platform/system.h"
+
+namespace quorix {
+
+void dispatch_waiting_messages() {
+  constexpr UINT all_input = 255;
+  if (GetQueueStatus(all_input) == 0) return;
+  MSG message;
+  while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+  }
+}
+
+void remove_plain_file(const char *name) {
+  std::remove(name);
+}
+
+}  // namespace quorix
