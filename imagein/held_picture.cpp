@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+//
+// The picture that is held in memory.
+#include "imagein/imagein.h"
+
+namespace quorix {
+
+ImageReader *held_picture = nullptr;
+
+namespace {
+
+// Bytes of `pixels` and `alpha`; false if they do not fit in a size.
+bool picture_sizes(size_t width, size_t height, size_t extra, size_t *rgb, size_t *alpha) {
+  size_t pixels = 0;
+  if (!checked_product(&pixels, width, height)) return false;
+  if (__builtin_add_overflow(pixels, extra, alpha)) return false;
+  return checked_product(rgb, *alpha, rgb_bytes) && *rgb <= SIZE_MAX - pixel_slack;
+}
+
+}  // namespace
+
+ImageReader *make_picture(int32_t width, int32_t height, bool with_alpha, size_t extra) {
+  if (width < 0 || height < 0) return nullptr;
+  size_t rgb = 0;
+  size_t alpha = 0;
+  if (!picture_sizes(static_cast<size_t>(width), static_cast<size_t>(height), extra, &rgb, &alpha))
+    return nullptr;
+  auto *picture = static_cast<ImageReader *>(allocate_zeroed_bytes(sizeof(ImageReader)));
+  if (picture == nullptr) return nullptr;
+  picture->width = width;
+  picture->height = height;
+  picture->pixels = static_cast<uint8_t *>(allocate_zeroed_bytes(rgb + pixel_slack));
+  if (with_alpha) picture->alpha = static_cast<uint8_t *>(allocate_zeroed_bytes(alpha));
+  if (picture->pixels != nullptr && (picture->alpha != nullptr || !with_alpha)) return picture;
+  release_picture(picture);
+  return nullptr;
+}
+
+void release_picture(ImageReader *picture) {
+  if (picture == nullptr) return;
+  release_bytes(picture->pixels);
+  release_bytes(picture->alpha);
+  release_bytes(picture);
+}
+
+void release_held_picture() {
+  release_picture(held_picture);
+  held_picture = nullptr;
+}
+
+}  // namespace quorix
