@@ -8,10 +8,10 @@ namespace quorix {
 
 namespace {
 
-constexpr uint32_t after_clear = UINT32_MAX;  // in place of an old code
+constexpr uint32_t after_clear = UINT32_MAX;   // in place of an old code
 constexpr uint32_t at_start = UINT32_MAX - 1;  // the same, and a clear code may follow
-constexpr uint32_t longest_code = 12;  // bits
-constexpr size_t piece = 8;            // pixels of a string that are written at once
+constexpr uint32_t longest_code = 12;          // bits
+constexpr size_t piece = 8;                    // pixels of a string that are written at once
 
 static_assert(std::endian::native == std::endian::little, "pieces are stored as they stand");
 
@@ -104,7 +104,8 @@ uint8_t *take_code(GifDecoder *gif, uint32_t code, uint8_t *pixels) {
 
 }  // namespace
 
-// Before any clear code all is as after one: a first pixel adds no code. But it need not be a pixel.
+// Before any clear code all is as after one: a first pixel adds no code. But it need not be a
+// pixel.
 void start_gif(GifDecoder *gif, GifString *strings, const uint8_t *bytes, const uint8_t *end) {
   *gif = {};
   gif->state = GifState::damaged;

@@ -20,10 +20,10 @@ namespace quorix {
 
 inline constexpr size_t gif_codes = 4096;
 
-// One code's string of pixels, in pieces of 8. `tail` holds the last piece, which has 1 to 8 pixels,
-// the first of them in the lowest byte; `link` is the code of the string without that piece, and is
-// used only where one remains. So a string is written back to front, 8 pixels a step, and a new code
-// is a copy of its prefix with one more byte.
+// One code's string of pixels, in pieces of 8. `tail` holds the last piece, which has 1 to 8
+// pixels, the first of them in the lowest byte; `link` is the code of the string without that
+// piece, and is used only where one remains. So a string is written back to front, 8 pixels a step,
+// and a new code is a copy of its prefix with one more byte.
 struct GifString {
   uint64_t tail;
   uint16_t link;
@@ -55,8 +55,8 @@ struct GifDecoder {
 // The longest string, plus what the writing of whole pieces spills behind it.
 inline constexpr size_t gif_spill = gif_codes + 8;
 
-// Starts at the byte with the minimum code size; `strings` has room for gif_codes. A size other than
-// 2 to 11 leaves a state of damage.
+// Starts at the byte with the minimum code size; `strings` has room for gif_codes. A size other
+// than 2 to 11 leaves a state of damage.
 void start_gif(GifDecoder *gif, GifString *strings, const uint8_t *bytes, const uint8_t *end);
 
 // Decodes until at least `wanted` pixels are there or the state changes; returns how many. `pixels`

@@ -6,9 +6,9 @@
 // The whole file is read first. Strings of pixels are decoded a group of rows at a time, and full
 // rows go through the colour table on their way into the sink.
 //
-// Decisions. A file that ends before its picture does, or in the middle of a number, is damaged. The
-// size of the screen matters only where a picture of that size is built. A local table replaces the
-// global one as a whole; what neither knows is black.
+// Decisions. A file that ends before its picture does, or in the middle of a number, is damaged.
+// The size of the screen matters only where a picture of that size is built. A local table replaces
+// the global one as a whole; what neither knows is black.
 #include <algorithm>
 #include <cstring>
 
@@ -76,7 +76,8 @@ void read_descriptor(ByteSource *bytes, GifImage *image) {
 
 // ---- rows
 
-// The order of rows. A pass that has none is passed over; behind the last all rows are past the end.
+// The order of rows. A pass that has none is passed over; behind the last all rows are past the
+// end.
 struct RowOrder {
   bool interlaced;
   int pass;
@@ -123,8 +124,8 @@ size_t send_rows(GifRows *rows, const uint8_t *indices, size_t count) {
 
 // ---- image
 
-// What follows the last code: nothing more than empty space in sub-blocks, then perhaps an extension
-// in place of the empty sub-block, and the end of that. Nothing behind it is read.
+// What follows the last code: nothing more than empty space in sub-blocks, then perhaps an
+// extension in place of the empty sub-block, and the end of that. Nothing behind it is read.
 bool ends_well(const uint8_t *at, const uint8_t *end) {
   bool in_extension = false;
   while (at != end) {

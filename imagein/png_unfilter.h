@@ -20,8 +20,8 @@ enum PngFilter : uint8_t {
 inline constexpr size_t png_row_spill = 8;
 
 // `row` and `above` have `bytes` bytes without the filter byte, and png_row_spill readable ones
-// behind them; `pixel` is the bytes of one pixel, at least 1 and at most 8. Other filters than these
-// change nothing.
+// behind them; `pixel` is the bytes of one pixel, at least 1 and at most 8. Other filters than
+// these change nothing.
 void unfilter_png_row(uint8_t filter, uint8_t *row, const uint8_t *above, size_t bytes,
                       size_t pixel);
 

@@ -10,8 +10,8 @@
 //   }
 //   if (!end_inflate(&run)) ...
 //
-// The stream lies in memory and is borrowed. zlib's own memory comes through the memory gate. A test
-// replaces `inflate_gate` to see what follows when the decompressor fails.
+// The stream lies in memory and is borrowed. zlib's own memory comes through the memory gate. A
+// test replaces `inflate_gate` to see what follows when the decompressor fails.
 #pragma once
 
 #include <zlib.h>

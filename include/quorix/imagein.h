@@ -32,6 +32,23 @@ QUORIX_API int32_t qqpigif(const char *file, const int32_t *device, const void *
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
 
+/* Reads a PNG file (ISO/IEC 15948): all colours and depths, interlaced or not. Samples of 16 bits are
+ * reduced to their high byte. A tRNS chunk or alpha samples give the picture an alpha, with which it
+ * is blended over what the device shows. A bKGD chunk leaves no alpha: alpha samples are blended with
+ * the background, a tRNS chunk is dropped. CRCs are not checked. An interlaced picture is shown when
+ * it is complete, and no picture is held after that.
+ *
+ * A file that ends early gives the rows it has, and status 0.
+ *
+ * Arguments as for qqpigif.
+ *
+ * status         0 done; -1, -2 and -9 as for qqpigif; -3 no PNG file, or the decompressor cannot be
+ *                started; -4 the compressed data are damaged; -5 done, but some pixel's index is
+ *                outside the palette, and counts as index 0; -6 the decompressor failed at its end */
+QUORIX_API int32_t qqpipng(const char *file, const int32_t *device, const void *unused,
+                           const int32_t *device_width, const int32_t *device_height,
+                           const int32_t *x, const int32_t *y, int32_t *status);
+
 #ifdef __cplusplus
 }
 #endif
