@@ -10,6 +10,10 @@ set(public_headers algorithms.h datafiles.h depth.h export.h fonts.h imagein.h i
 list(TRANSFORM public_headers PREPEND ${PROJECT_SOURCE_DIR}/include/quorix/)
 install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorix)
 
+# The bitmap fonts, where the library looks for them.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/fonts/ DESTINATION ${CMAKE_INSTALL_DATADIR}/quorix/fonts
+  FILES_MATCHING PATTERN *.bdf PATTERN LICENSE.txt)
+
 # Two sets, because only the static library makes its user look for zlib.
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Quorix)
 install(TARGETS quorix EXPORT QuorixShared)

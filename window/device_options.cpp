@@ -184,6 +184,7 @@ extern "C" int32_t qqwwid(int32_t option, void *value, int32_t set) {
 }
 
 extern "C" int32_t qqwfree(void) {
-  release_output_context();
+  quorix::release_bdf_fonts(quorix::output_context);
+  quorix::release_output_context();
   return 0;
 }

@@ -30,15 +30,15 @@ struct RasterPage {
 };
 
 struct OutputContext {
-  WindowSet *window_set;       // owned, null until the window device or a metafile needs it
-  SubWindow **widget_windows;  // owned, sub-windows served by the window device
-  float *depth_buffer;         // owned, valid only while depth_on
-  BdfFont *bdf_current;
-  BdfFont *bdf_fonts[bdf_font_count];
-  uint8_t *raster;        // what drawing writes to: raster_base, or blend_raster
-  uint8_t *raster_base;   // owned, allocated by qqvini
-  uint8_t *blend_raster;  // owned, same size, for translucent layers
-  uint8_t *gl_row;        // owned, one row of width * 4 bytes
+  WindowSet *window_set;               // owned, null until the window device or a metafile needs it
+  SubWindow **widget_windows;          // owned, sub-windows served by the window device
+  float *depth_buffer;                 // owned, valid only while depth_on
+  BdfFont *bdf_current;                // one of bdf_fonts, or null
+  BdfFont *bdf_fonts[bdf_font_count];  // owned, released by qqwfree
+  uint8_t *raster;                     // what drawing writes to: raster_base, or blend_raster
+  uint8_t *raster_base;                // owned, allocated by qqvini
+  uint8_t *blend_raster;               // owned, same size, for translucent layers
+  uint8_t *gl_row;                     // owned, one row of width * 4 bytes
   int32_t screen_width, screen_height;
   int32_t width, height;
   int32_t clip_x1, clip_y1, clip_x2, clip_y2;  // inclusive
@@ -120,6 +120,9 @@ uint8_t *require_gl_row(OutputContext *context, int32_t width);
 
 // Draws the open blend layer onto what lies under it, and empties the layer; 1 on failure, else 0.
 int32_t composite_blend_layer(OutputContext *context);
+
+// Gives the bitmap fonts back; to be called before the record goes.
+void release_bdf_fonts(OutputContext *context);
 
 // Where the smallest, the middle and the largest of three values stand.
 void sort3_int(const int32_t *values, int32_t *first, int32_t *second, int32_t *third);

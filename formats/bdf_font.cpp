@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+//
+// qqbdf1 and qqbdf1n: the choice of a bitmap font, and its file.
+//
+// The drawing record owns the loaded fonts; they go with it.
+#include <algorithm>
+
+#include "formats/bdf.h"
+#include "platform/char_codes.h"
+#include "platform/numbers.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "quorix/fonts.h"
+#include "quorix/output_context.h"
+#include "quorix/system.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr size_t path_limit = 256;
+constexpr int32_t first_width_code = 32;
+constexpr int32_t width_count = last_national_code + 1 - first_width_code;
+constexpr int32_t no_font = -1;
+
+struct FontFile {
+  const char *name;
+  int32_t family;
+  int32_t size_limit;  // serves sizes below
+};
+
+constexpr FontFile font_files[bdf_font_count] = {
+    {"complx10", 1, 11}, {"complx12", 1, 13}, {"complx14", 1, 17}, {"complx18", 1, INT32_MAX},
+    {"simplx8", 2, 9},   {"simplx10", 2, 11}, {"simplx12", 2, 13}, {"simplx14", 2, INT32_MAX},
+    {"helve10", 3, 11},  {"helve12", 3, 13},  {"helve14", 3, 17},  {"helve18", 3, INT32_MAX},
+};
+
+int32_t font_number(int32_t family, int32_t size) {
+  for (int32_t i = 0; i < bdf_font_count; ++i) {
+    const FontFile &file = font_files[i];
+    if (file.family == family && (size < file.size_limit || file.size_limit == INT32_MAX)) return i;
+  }
+  return no_font;
+}
+
+// Kept: the environment has the last word over the caller's directory.
+void make_path(char *path, const char *directory, bool use_directory, const char *name) {
+  path[0] = '\0';
+  if (use_directory && directory != nullptr) copy_bytes(path, directory, path_limit);
+  qqgenv(use_directory ? "QUOENV" : "QUORIX", path);
+  const char separator[] = {path_separator, '\0'};
+  append_bytes(path, separator, path_limit);
+  append_bytes(path, "fonts", path_limit);
+  append_bytes(path, separator, path_limit);
+  append_bytes(path, name, path_limit);
+  append_bytes(path, ".bdf", path_limit);
+}
+
+// A font that cannot be loaded takes the place of the current one all the same: none is current.
+int32_t load_font(OutputContext *context, int32_t number, const char *directory,
+                  bool use_directory) {
+  char path[path_limit + 1];
+  make_path(path, directory, use_directory, font_files[number].name);
+  const BdfStatus status = read_bdf_font(path, &context->bdf_current);
+  if (status != bdf_done) return status;
+  context->bdf_fonts[number] = context->bdf_current;
+  context->bdf_loaded[number] = 1;
+  return bdf_done;
+}
+
+int32_t tenfold(int32_t value) {
+  return to_int32(10.0 * value);
+}
+
+void report_widths(const BdfFont &font, int32_t *widths) {
+  for (int32_t code = first_width_code; code <= last_national_code; ++code) {
+    const BdfGlyph *const glyph = find_bdf_glyph(font, map_char_code(code, false, charset_unicode));
+    widths[code - first_width_code] = glyph == nullptr ? 0 : tenfold(glyph->dwidth[0]);
+  }
+}
+
+int32_t select_font(OutputContext *context, const char *directory, bool use_directory,
+                    int32_t family, int32_t size) {
+  const int32_t number = font_number(family, size);
+  if (number == no_font) return bdf_no_file;
+  if (context->bdf_loaded[number] != 1) {
+    return load_font(context, number, directory, use_directory);
+  }
+  context->bdf_current = context->bdf_fonts[number];
+  return bdf_done;
+}
+
+}  // namespace
+
+void release_bdf_fonts(OutputContext *context) {
+  if (context == nullptr) return;
+  for (int32_t i = 0; i < bdf_font_count; ++i) {
+    release_bdf_font(context->bdf_fonts[i]);
+    context->bdf_fonts[i] = nullptr;
+    context->bdf_loaded[i] = 0;
+  }
+  context->bdf_current = nullptr;
+}
+
+}  // namespace quorix
+
+extern "C" int32_t qqbdf1n(const char *directory, const int32_t *use_directory,
+                           const int32_t *family, const int32_t *size, int32_t *widths,
+                           int32_t *status) {
+  quorix::OutputContext *const context = quorix::output_context;
+  if (context == nullptr) {
+    std::fill_n(widths, quorix::width_count, 0);
+    *status = quorix::bdf_no_file;
+    return 0;
+  }
+  *status = quorix::select_font(context, directory, *use_directory != 0, *family, *size);
+  if (*status == quorix::bdf_done) quorix::report_widths(*context->bdf_current, widths);
+  return 0;
+}
+
+extern "C" int32_t qqbdf1(const int32_t *family, const int32_t *size, int32_t *widths,
+                          int32_t *status) {
+  const int32_t use_directory = 0;
+  return qqbdf1n(nullptr, &use_directory, family, size, widths, status);
+}

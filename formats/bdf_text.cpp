@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+//
+// qqbdf2: one character of a bitmap font, turned about its origin, pixel by pixel.
+//
+// A pixel goes where its column and row land when they are turned and rounded, so at slanted angles
+// a glyph may have holes. Rounding goes toward zero from half a unit up on both sides: upright, the
+// columns -1 and 0, and the rows -1 and 0, fall together. Kept: the fonts are read that way
+// everywhere.
+#include <algorithm>
+
+#include "formats/bdf.h"
+#include "platform/char_codes.h"
+#include "platform/numbers.h"
+#include "platform/trig.h"
+#include "quorix/device.h"
+#include "quorix/fonts.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr int32_t fallback_glyph = 32;  // a place in the file, not a code
+constexpr double told_pi = 3.1415927;   // kept: its error shows at 180 and 270 degrees
+
+constexpr uint32_t gl_unsigned_byte = 0x1401;
+constexpr uint32_t gl_rgb = 0x1907;
+
+struct Turn {
+  int32_t angle;
+  double sine, cosine;
+};
+
+// The last angle is remembered, since a text has one for all its characters.
+Turn turn_by(int32_t angle) {
+  static Turn last = {0, 0.0, 1.0};
+  if (angle == last.angle) return last;
+  last = {angle, 1.0, 0.0};
+  if (angle == 0) {
+    last = {0, 0.0, 1.0};
+  } else if (angle != 90) {
+    const double radians = angle * told_pi / 180.0;
+    last = {angle, portable_sin(radians), portable_cos(radians)};
+  }
+  return last;
+}
+
+// Where pixels may be written; corners inclusive.
+struct Bounds {
+  int64_t x1, y1, x2, y2;
+};
+
+Bounds clip_bounds(const OutputContext &context) {
+  return {context.clip_x1, context.clip_y1, context.clip_x2, context.clip_y2};
+}
+
+Bounds page_bounds(const OutputContext &context, const DeviceBitmap &bitmap) {
+  const Bounds clip = clip_bounds(context);
+  return {std::max<int64_t>(clip.x1, 0), std::max<int64_t>(clip.y1, 0),
+          std::min<int64_t>(clip.x2, bitmap.width - 1),
+          std::min<int64_t>(clip.y2, bitmap.height - 1)};
+}
+
+struct Text {
+  const BdfFont *font;
+  const BdfGlyph *glyph;
+  int32_t x, y;
+  Turn turn;
+};
+
+// Calls put(x, y) for each pixel of the glyph that lies within the bounds.
+template <class Put>
+void draw_glyph(const Text &text, const Bounds &bounds, Put put) {
+  const BdfGlyph &glyph = *text.glyph;
+  const double sine = text.turn.sine, cosine = text.turn.cosine;
+  const int64_t left = glyph.box[2];
+  const int64_t top = int64_t{glyph.box[1]} + glyph.box[3] - 1;
+  const BdfPixel *const pixels = text.font->pixels + glyph.first_pixel;
+  for (size_t i = 0; i < glyph.pixel_count; ++i) {
+    const auto c = static_cast<double>(left + pixels[i].column);
+    const auto r = static_cast<double>(top - pixels[i].row);
+    const int64_t x = int64_t{text.x} + round_to_int32(c * cosine - r * sine);
+    const int64_t y = int64_t{text.y} - round_to_int32(c * sine + r * cosine);
+    if (x < bounds.x1 || x > bounds.x2 || y < bounds.y1 || y > bounds.y2) continue;
+    put(static_cast<int32_t>(x), static_cast<int32_t>(y));
+  }
+}
+
+// One pixel at a time, through OpenGL.
+void draw_by_gl(OutputContext *context, const GlCalls &gl, const Text &text) {
+  const uint8_t colour[3] = {context->colour_r, context->colour_g, context->colour_b};
+  draw_glyph(text, clip_bounds(*context), [&](int32_t x, int32_t y) {
+    gl.raster_position(x, to_int32(static_cast<double>(context->height) - 1 - y));
+    gl.draw_pixels(1, 1, gl_rgb, gl_unsigned_byte, colour);
+  });
+}
+
+void draw_by_set_pixel(OutputContext *context, const DeviceBitmap &bitmap, const Text &text) {
+  draw_glyph(text, clip_bounds(*context), [&](int32_t x, int32_t y) {
+    bitmap.set_pixel(context, x, y, context->colour_r, context->colour_g, context->colour_b);
+  });
+}
+
+// Three bytes of each pixel; a fourth, the raster's alpha too, stays as it is.
+void draw_in_memory(const OutputContext &context, const DeviceBitmap &bitmap, const Text &text,
+                    uint8_t index) {
+  const Bounds bounds = page_bounds(context, bitmap);
+  const auto step = static_cast<size_t>(bitmap.bits / 8);
+  const auto at = [&bitmap, step](int32_t x, int32_t y) {
+    return bitmap.base + static_cast<size_t>(y) * bitmap.row_bytes + static_cast<size_t>(x) * step;
+  };
+  if (bitmap.order == PixelOrder::index) {
+    return draw_glyph(text, bounds, [&](int32_t x, int32_t y) { *at(x, y) = index; });
+  }
+  const bool rgba = bitmap.order == PixelOrder::rgba;
+  const uint8_t first = rgba ? context.colour_r : context.colour_b;
+  const uint8_t second = context.colour_g;
+  const uint8_t third = rgba ? context.colour_b : context.colour_r;
+  draw_glyph(text, bounds, [&](int32_t x, int32_t y) {
+    uint8_t *const pixel = at(x, y);
+    pixel[0] = first;
+    pixel[1] = second;
+    pixel[2] = third;
+  });
+}
+
+void draw_on_device(OutputContext *context, int32_t number, const Text &text) {
+  const Device *const device = device_for(context, number);
+  if (device == nullptr) return;
+  const bool window = number <= last_window_device;
+  if (window && context->opengl_on != 0) {
+    if (device->gl != nullptr) draw_by_gl(context, *device->gl, text);
+    return;
+  }
+  DeviceBitmap bitmap = {};
+  if (!device->bitmap(context, &bitmap)) return;
+  const bool single = bitmap.order == PixelOrder::set_pixel ||
+                      (window && context->direct_bitmap == 0 && bitmap.set_pixel != nullptr);
+  if (single) {
+    if (bitmap.set_pixel != nullptr) draw_by_set_pixel(context, bitmap, text);
+  } else {
+    draw_in_memory(*context, bitmap, text,
+                   window ? context->window_colour_index : context->colour_index);
+  }
+}
+
+// Kept: what a font lacks is drawn as its 33rd glyph, whichever that is.
+const BdfGlyph *glyph_to_draw(const BdfFont &font, int32_t code) {
+  const BdfGlyph *const glyph = find_bdf_glyph(font, map_char_code(code, false, charset_unicode));
+  if (glyph != nullptr) return glyph;
+  return fallback_glyph < font.glyph_count ? font.glyphs + fallback_glyph : nullptr;
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+extern "C" int32_t qqbdf2(const int32_t *code, const int32_t *x, const int32_t *y,
+                          const int32_t *angle, const int32_t *device, const void * /*unused*/) {
+  quorix::OutputContext *const context = quorix::output_context;
+  if (context == nullptr || context->bdf_current == nullptr) return 0;
+  const quorix::BdfFont &font = *context->bdf_current;
+  const quorix::BdfGlyph *const glyph = quorix::glyph_to_draw(font, *code);
+  if (glyph == nullptr || glyph->pixel_count == 0) return 0;
+  const quorix::Text text = {&font, glyph, *x, *y, quorix::turn_by(*angle)};
+  quorix::draw_on_device(context, *device, text);
+  return 0;
+}
