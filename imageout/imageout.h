@@ -90,4 +90,28 @@ void read_picture_row(const PictureSource &source, int64_t row, Samples samples,
 // for it. To be called only where there are pixels.
 OwnedArray<uint8_t> read_picture(const PictureSource &source, Samples samples, size_t *bytes);
 
+// ---- page_fit.cpp: a picture on a page of paper
+
+// Where a picture comes on a page, in PostScript points.
+struct PageFit {
+  bool landscape;  // strictly wider than high: turned by 90 degrees
+  double page_width, page_height;
+  double drawn_width, drawn_height;
+};
+
+// What qqpps and qqppdf are told of sizes; page_set and margin_set are 1 where those count.
+struct PageRequest {
+  int32_t page_set, page_width, page_height;
+};
+
+// The size of one internal unit, a twentieth of a millimetre, in points.
+inline constexpr double points_per_unit = 0.1417322835;
+
+// A caller's length, in tenths of a millimetre, in internal units.
+inline double page_units(int32_t length) {
+  return 2.0 * length;
+}
+
+PageFit fit_on_page(const PictureArea &area, const PageRequest &request);
+
 }  // namespace quorix

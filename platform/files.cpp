@@ -38,9 +38,14 @@ int plain_close(std::FILE *file) {
   return std::fclose(file);
 }
 
+int plain_flush(std::FILE *file) {
+  return std::fflush(file);
+}
+
 }  // namespace
 
-FileGate file_gate = {plain_open, plain_read, plain_write, plain_seek, plain_tell, plain_close};
+FileGate file_gate = {plain_open, plain_read,  plain_write, plain_seek,
+                      plain_tell, plain_close, plain_flush};
 
 OwnedFile open_file(const char *name, const char *mode) {
   if (name == nullptr || name[0] == '\0') return {};

@@ -21,6 +21,7 @@ struct FileGate {
   int (*seek)(std::FILE *file, int64_t offset, int origin);  // 0 on success
   int64_t (*tell)(std::FILE *file);                          // -1 on failure
   int (*close)(std::FILE *file);
+  int (*flush)(std::FILE *file);  // 0 on success
 };
 
 extern FileGate file_gate;

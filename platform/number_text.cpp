@@ -2,14 +2,17 @@
 //
 // format_real and format_int, which run for every number of a PostScript or PDF stream.
 //
-// Both have a short way for what nearly all calls are: a number that fits into 51 bits and a text
-// that fits into the buffer. The length is known before the first digit then, and the digits are
-// written from the last one back, two at a time, to where they belong. The long way builds the text
-// from the left and cuts it, and takes the digits of larger numbers off one by one in doubles,
-// whose rounding is part of the result.
+// A page coordinate, which is a number below a thousand with two or three digits after the point,
+// is put together from tables without a branch that depends on its digits. Beyond that both have a
+// short way for what nearly all calls are: a number that fits into 51 bits and a text that fits
+// into the buffer. The length is known before the first digit then, and the digits are written from
+// the last one back, two at a time, to where they belong. The long way builds the text from the
+// left and cuts it, and takes the digits of larger numbers off one by one in doubles, whose
+// rounding is part of the result.
 #include <cmath>
 #include <cstring>
 
+#include "platform/decimal_digits.h"
 #include "platform/powers_of_ten.h"
 #include "platform/text.h"
 
@@ -26,62 +29,51 @@ constexpr size_t number_buffer_size = 41;
 // number is exact, and a tenth of the sum is never rounded up to the next whole number.
 constexpr double exact_digits_below = 0x1p51;
 
-struct DigitPairs {
-  char text[200];
+// A number below a thousand, without leading zeros.
+struct SmallNumber {
+  char digits[3];
+  uint8_t length;
 };
 
-constexpr DigitPairs make_digit_pairs() {
-  DigitPairs pairs = {};
-  for (size_t i = 0; i < 100; ++i) {
-    pairs.text[2 * i] = static_cast<char>('0' + i / 10);
-    pairs.text[2 * i + 1] = static_cast<char>('0' + i % 10);
+constexpr uint32_t small_numbers = 1000;
+constexpr size_t small_text = 12;  // room for what such a number needs, and for whole words
+
+struct SmallNumbers {
+  SmallNumber of[small_numbers];
+};
+
+constexpr SmallNumbers make_small_numbers() {
+  SmallNumbers numbers = {};
+  for (uint32_t i = 0; i < small_numbers; ++i) {
+    SmallNumber number = {{}, 0};
+    if (i >= 100) number.digits[number.length++] = static_cast<char>('0' + i / 100);
+    if (i >= 10) number.digits[number.length++] = static_cast<char>('0' + i / 10 % 10);
+    number.digits[number.length++] = static_cast<char>('0' + i % 10);
+    numbers.of[i] = number;
   }
-  return pairs;
+  return numbers;
 }
 
-constexpr DigitPairs digit_pairs = make_digit_pairs();
+constexpr SmallNumbers small_numbers_text = make_small_numbers();
 
-template <class Number>
-int32_t count_digits(Number number) {
-  int32_t count = 1;
-  for (; number >= 10000; number /= 10000)
-    count += 4;
-  if (number >= 1000) return count + 3;
-  if (number >= 100) return count + 2;
-  return number >= 10 ? count + 1 : count;
-}
-
-void write_pair(char *place, uint64_t pair) {
-  std::memcpy(place, digit_pairs.text + 2 * pair, 2);
-}
-
-// Writes all digits of a number so that they end before `end`; of zero there is one.
-template <class Number>
-void write_number_before(char *end, Number number) {
-  for (; number >= 100; number /= 100) {
-    end -= 2;
-    write_pair(end, number % 100);
-  }
-  if (number >= 10) {
-    write_pair(end - 2, number);
-  } else {
-    end[-1] = static_cast<char>('0' + number);
-  }
-}
-
-// Writes the last `count` digits of a number so that they end before `end`, zeros where it has
-// fewer; returns what is left of the number.
-uint64_t write_digits_before(char *end, uint64_t number, int32_t count) {
-  for (; count >= 2; count -= 2) {
-    end -= 2;
-    write_pair(end, number % 100);
-    number /= 100;
-  }
-  if (count == 1) {
-    *--end = static_cast<char>('0' + number % 10);
-    number /= 10;
-  }
-  return number;
+// Text of number / 10^decimals, which is below a thousand, in at least small_text cells.
+template <uint32_t decimals>
+size_t write_small_real(uint32_t number, bool negative, char *buffer) {
+  static_assert(decimals == 2 || decimals == 3);
+  constexpr uint32_t unit = decimals == 2 ? 100 : 1000;
+  const uint32_t whole = number / unit, fraction = number % unit;
+  char *to = buffer;
+  *to = '-';  // the first digit replaces it if there is no sign
+  to += negative && number != 0 ? 1 : 0;
+  const SmallNumber &text = small_numbers_text.of[whole];
+  std::memcpy(to, &text, sizeof text);  // always a word; what is too much is written over
+  to += text.length;
+  *to++ = '.';
+  if (decimals == 3) *to++ = static_cast<char>('0' + fraction / 100);
+  std::memcpy(to, digit_pairs.text + 2 * (fraction % 100), 2);
+  to += 2;
+  *to = '\0';
+  return static_cast<size_t>(to - buffer);
 }
 
 // The text so far, of at most `room` characters; whatever is put beyond that is dropped.
@@ -219,6 +211,13 @@ size_t format_real(double value, int32_t ndigits, char *buffer, size_t size, int
   if (size == 0) return 0;
   const bool negative = value < 0;
   const double magnitude = std::fabs(value);
+  if (width == 0 && size >= small_text) {
+    const double hundredths = magnitude * 100 + 0.5, thousandths = magnitude * 1000 + 0.5;
+    if (ndigits == 2 && hundredths < small_numbers * 100.0)
+      return write_small_real<2>(static_cast<uint32_t>(hundredths), negative, buffer);
+    if (ndigits == 3 && thousandths < small_numbers * 1000.0)
+      return write_small_real<3>(static_cast<uint32_t>(thousandths), negative, buffer);
+  }
   const double raised = (ndigits > 0 ? magnitude * power_of_ten(ndigits) : magnitude) + 0.5;
   if (raised < exact_digits_below) {
     const uint64_t number = static_cast<uint64_t>(static_cast<int64_t>(raised));

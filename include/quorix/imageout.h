@@ -62,6 +62,40 @@ QUORIX_API int32_t qqppng(char *target, const int32_t *device, const int32_t *or
                           const int32_t *width, const int32_t *height, const uint32_t *palette,
                           const int32_t *colours, int32_t *status);
 
+/* Writes a PostScript program that shows the picture on one page, in true colours, fitted to the
+ * page and turned by 90 degrees if it is wider than high. On Windows its lines end in CR and LF.
+ *
+ * file           name of the file, replaced if it exists
+ * width, height  size of the picture in pixels; the signs do not matter
+ * page_set       1: the page has the next two as its size; otherwise it has the size 1950 by 2800
+ * page_width, page_height
+ *                tenths of a millimetre
+ * margin_set     1: the next two are the margins; otherwise they are 75 and 100
+ * margin_x, margin_y
+ *                tenths of a millimetre. The picture stands in the lower left corner of what is
+ *                within, and fills the size of the page from there, so margins add to it
+ * status         see above; after -2 the file holds all that stands before the pixels */
+QUORIX_API int32_t qqpps(const char *file, const int32_t *device, const int32_t *width,
+                         const int32_t *height, const int32_t *page_set, const int32_t *page_width,
+                         const int32_t *page_height, const int32_t *margin_set,
+                         const int32_t *margin_x, const int32_t *margin_y, int32_t *status);
+
+/* Writes a PDF 1.3 document of one page with the picture as one image, in true colours, fitted to
+ * the page and turned by 90 degrees if it is wider than high; then the page is also shown turned.
+ * A document that is being made by qqpdf1 is not touched.
+ *
+ * file, width, height, page_set, page_width, page_height
+ *                as for qqpps
+ * margin_set, margin_x, margin_y
+ *                not read: the picture stands in the corner of the page
+ * flags          bit 0: compress; the others do nothing
+ * status         see above */
+QUORIX_API int32_t qqppdf(const char *file, const int32_t *device, const int32_t *width,
+                          const int32_t *height, const int32_t *page_set, const int32_t *page_width,
+                          const int32_t *page_height, const int32_t *margin_set,
+                          const int32_t *margin_x, const int32_t *margin_y, const int32_t *flags,
+                          int32_t *status);
+
 #ifdef __cplusplus
 }
 #endif

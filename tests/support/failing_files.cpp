@@ -69,6 +69,10 @@ int watched_close(std::FILE *file) {
   return refused ? EOF : result;
 }
 
+int watched_flush(std::FILE *file) {
+  return refuse(file_flush) ? EOF : watch->before.flush(file);
+}
+
 }  // namespace
 
 FailingFiles::FailingFiles(size_t fail_at, unsigned which) {
@@ -77,8 +81,8 @@ FailingFiles::FailingFiles(size_t fail_at, unsigned which) {
     std::abort();
   }
   watch = new Watch{file_gate, fail_at, which};
-  file_gate = {watched_open, watched_read, watched_write,
-               watched_seek, watched_tell, watched_close};
+  file_gate = {watched_open, watched_read,  watched_write, watched_seek,
+               watched_tell, watched_close, watched_flush};
 }
 
 FailingFiles::~FailingFiles() {

@@ -10,9 +10,9 @@
 //   }
 //
 // A failed open gives null, a failed read or write moves no byte, a failed seek or tell gives -1, a
-// failed close closes all the same and gives an error. A full disk is `limit_written_bytes`. The
-// gate that was in place before serves the other calls and is put back at the end of the scope, so
-// this can stand inside a MemoryFiles. One at a time.
+// failed close closes all the same and gives an error, a failed flush flushes nothing. A full disk
+// is `limit_written_bytes`. The gate that was in place before serves the other calls and is put
+// back at the end of the scope, so this can stand inside a MemoryFiles. One at a time.
 #pragma once
 
 #include <cstddef>
@@ -27,7 +27,8 @@ enum FileCall : unsigned {
   file_seek = 8,
   file_tell = 16,
   file_close = 32,
-  all_file_calls = 63,
+  file_flush = 64,
+  all_file_calls = 127,
 };
 
 class FailingFiles {

@@ -91,6 +91,12 @@ int memory_close(std::FILE *file) {
   return 0;
 }
 
+// What was written can be looked at already.
+int memory_flush(std::FILE *file) {
+  stream_of(file);
+  return 0;
+}
+
 }  // namespace
 
 MemoryFiles::MemoryFiles() {
@@ -99,7 +105,8 @@ MemoryFiles::MemoryFiles() {
     std::abort();
   }
   disk = new Disk{file_gate, {}, {}};
-  file_gate = {memory_open, memory_read, memory_write, memory_seek, memory_tell, memory_close};
+  file_gate = {memory_open, memory_read,  memory_write, memory_seek,
+               memory_tell, memory_close, memory_flush};
 }
 
 MemoryFiles::~MemoryFiles() {

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+#include "imagein/gif_lzw.h"
+
+#include <bit>
+#include <cstring>
+
+namespace quorix {
+
+namespace {
+
+constexpr uint32_t after_clear = UINT32_MAX;   // in place of an old code
+constexpr uint32_t at_start = UINT32_MAX - 1;  // the same, and a clear code may follow
+constexpr uint32_t longest_code = 12;          // bits
+constexpr size_t piece = 8;                    // pixels of a string that are written at once
+
+static_assert(std::endian::native == std::endian::little, "pieces are stored as they stand");
+
+uint64_t load_word(const uint8_t *bytes) {
+  uint64_t word = 0;
+  std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
+// Steps into the next sub-block. False if it is empty, or the file ends here.
+bool next_block(GifDecoder *gif) {
+  if (gif->at == gif->file_end) return false;
+  const size_t length = *gif->at++;
+  const auto left = static_cast<size_t>(gif->file_end - gif->at);
+  gif->block_end = gif->at + (length < left ? length : left);
+  return gif->at != gif->block_end;
+}
+
+// At least one code's bits, for which a next sub-block is opened only where this one has too few:
+// what follows the end code must be found untouched. Sub-blocks may be shorter than a code.
+bool fill_bits(GifDecoder *gif) {
+  while (gif->bit_count < gif->code_size) {
+    if (gif->at == gif->block_end && !next_block(gif)) return false;
+    const auto left = static_cast<size_t>(gif->block_end - gif->at);
+    if (left >= sizeof(uint64_t)) {
+      gif->bits |= load_word(gif->at) << gif->bit_count;
+      const uint32_t bytes = (63 - gif->bit_count) / 8;
+      gif->at += bytes;
+      gif->bit_count += 8 * bytes;
+      gif->bits &= (uint64_t{1} << gif->bit_count) - 1;
+    } else {
+      gif->bits |= uint64_t{*gif->at++} << gif->bit_count;
+      gif->bit_count += 8;
+    }
+  }
+  return true;
+}
+
+void forget_codes(GifDecoder *gif) {
+  gif->next = gif->clear + 2;
+  gif->code_size = static_cast<uint32_t>(std::bit_width(gif->clear));
+  gif->limit = 2 * gif->clear;
+  gif->old = after_clear;
+}
+
+// The next code: the string of the one before, and the first pixel of this one behind it.
+void add_code(GifDecoder *gif, uint8_t pixel) {
+  const GifString &prefix = gif->strings[gif->old];
+  GifString *const added = &gif->strings[gif->next];
+  const uint32_t used = prefix.length % piece;  // of the last piece, 0 if that is full
+  added->tail = used == 0 ? pixel : prefix.tail | uint64_t{pixel} << (8 * used);
+  added->link = used == 0 ? static_cast<uint16_t>(gif->old) : prefix.link;
+  added->length = static_cast<uint16_t>(prefix.length + 1);
+  added->first = prefix.first;
+  gif->next += 1;
+  if (gif->next == gif->limit && gif->code_size < longest_code) {
+    gif->code_size += 1;
+    gif->limit *= 2;
+  }
+}
+
+// Writes a string and up to 7 bytes of nothing behind it.
+uint8_t *put_string(const GifString *strings, const GifString *string, uint8_t *pixels) {
+  uint8_t *const end = pixels + string->length;
+  uint8_t *to = pixels + (string->length - 1U) / piece * piece;
+  std::memcpy(to, &string->tail, piece);
+  while (to != pixels) {
+    string = &strings[string->link];
+    to -= piece;
+    std::memcpy(to, &string->tail, piece);
+  }
+  return end;
+}
+
+// A code that stands for pixels, or should.
+uint8_t *take_code(GifDecoder *gif, uint32_t code, uint8_t *pixels) {
+  const bool prefixed = gif->old < gif_codes;
+  const bool known = prefixed ? code <= gif->next : code < gif->clear;
+  if (!known) {
+    gif->state = GifState::damaged;
+    return pixels;
+  }
+  const GifString *const strings = gif->strings;
+  if (prefixed && gif->next < gif_codes) {
+    add_code(gif, strings[code == gif->next ? gif->old : code].first);
+  }
+  gif->old = code;
+  return put_string(strings, &strings[code], pixels);
+}
+
+}  // namespace
+
+// Before any clear code all is as after one: a first pixel adds no code. But it need not be a
+// pixel.
+void start_gif(GifDecoder *gif, GifString *strings, const uint8_t *bytes, const uint8_t *end) {
+  *gif = {};
+  gif->state = GifState::damaged;
+  gif->file_end = end;
+  gif->at = gif->block_end = bytes;
+  if (bytes == end) return;
+  const uint32_t pixel_bits = *gif->at++;
+  gif->block_end = gif->at;
+  if (pixel_bits < 2 || pixel_bits > 11) return;
+  gif->state = GifState::more;
+  gif->strings = strings;
+  gif->clear = 1U << pixel_bits;
+  for (uint32_t i = 0; i < gif->clear; ++i) {
+    const auto pixel = static_cast<uint8_t>(i & 255);
+    strings[i] = {pixel, 0, 1, pixel};
+  }
+  forget_codes(gif);
+  gif->old = at_start;
+}
+
+size_t decode_gif(GifDecoder *gif, uint8_t *pixels, size_t wanted) {
+  GifDecoder now = *gif;  // in registers
+  uint8_t *to = pixels;
+  while (to < pixels + wanted && now.state == GifState::more) {
+    if (!fill_bits(&now)) {
+      now.state = GifState::damaged;
+      break;
+    }
+    const auto code = static_cast<uint32_t>(now.bits & ((1U << now.code_size) - 1));
+    now.bits >>= now.code_size;
+    now.bit_count -= now.code_size;
+    if (now.old == after_clear) {
+      to = take_code(&now, code, to);
+    } else if (code == now.clear) {
+      forget_codes(&now);
+    } else if (code == now.clear + 1) {
+      now.state = GifState::ended;
+      now.at = now.block_end;
+    } else {
+      to = take_code(&now, code, to);
+    }
+  }
+  *gif = now;
+  return static_cast<size_t>(to - pixels);
+}
+
+}  // namespace quorix

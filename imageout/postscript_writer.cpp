@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+//
+// PostScript: a program that sets up the page, and the pixels in hexadecimal.
+//
+// The file is a text file, so on Windows the C library ends its lines in CR and LF. Rows go from
+// the device into the text one at a time; lines of digits take no notice of where rows end.
+#include <algorithm>
+
+#include "imageout/imageout.h"
+#include "platform/files.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "quorix/imageout.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr size_t bytes_per_line = 40;  // 80 digits
+constexpr size_t line_limit = 255;     // four numbers of 40 characters and what stands around them
+constexpr double default_margin_x = 150, default_margin_y = 200;  // internal units
+
+struct Margins {
+  double x, y;  // points
+};
+
+Margins margins_of(int32_t margin_set, int32_t margin_x, int32_t margin_y) {
+  const bool set = margin_set == 1;
+  return {(set ? page_units(margin_x) : default_margin_x) * points_per_unit,
+          (set ? page_units(margin_y) : default_margin_y) * points_per_unit};
+}
+
+// A line of the program. Numbers stand after a blank unless they begin it.
+struct ProgramLine {
+  char text[line_limit + 1] = "";
+};
+
+void add(ProgramLine *line, const char *piece) {
+  append_bytes(line->text, piece, line_limit);
+}
+
+void add_real(ProgramLine *line, double value) {
+  append_real(line->text, value, 3, line_limit);
+}
+
+void add_int(ProgramLine *line, int32_t value) {
+  append_int(line->text, value, line_limit);
+}
+
+void write_line(std::FILE *file, const ProgramLine &line) {
+  write_file(file, line.text, std::char_traits<char>::length(line.text));
+}
+
+void write_comments(std::FILE *file, const PageFit &fit, const Margins &margins) {
+  ProgramLine line;
+  add(&line, "%!PS-Adobe-2.0\n%%BoundingBox: ");  // a blank here, and one before the number
+  add_int(&line, to_int32(margins.x));
+  add_int(&line, to_int32(margins.y));
+  add_int(&line, to_int32(fit.page_width + margins.x + 1));
+  add_int(&line, to_int32(fit.page_height + margins.y + 1));
+  // Kept: the release that this form of the program came with.
+  add(&line, "\n%%Creator: QUORIX  10.3\n");
+  write_line(file, line);
+}
+
+void write_coordinates(std::FILE *file, const PageFit &fit, const Margins &margins) {
+  ProgramLine origin;
+  add_real(&origin, margins.x);
+  add_real(&origin, margins.y);
+  add(&origin, " translate \n/DeviceRGB setcolorspace\n");
+  write_line(file, origin);
+  ProgramLine corner;
+  add(&corner, "gsave");
+  add_real(&corner, fit.landscape ? fit.page_width : 0.0);
+  add_real(&corner, 0.0);
+  add(&corner, " translate \n");
+  if (fit.landscape) add(&corner, "90 rotate\n");
+  write_line(file, corner);
+  ProgramLine scale;
+  add_real(&scale, fit.drawn_width);
+  add_real(&scale, fit.drawn_height);
+  add(&scale, " scale \n");
+  write_line(file, scale);
+}
+
+void write_image_dictionary(std::FILE *file, int32_t width, int32_t height) {
+  ProgramLine line;
+  add(&line, "<<\n/ImageType 1\n/Width");
+  add_int(&line, width);
+  add(&line, "\n/Height");
+  add_int(&line, height);
+  add(&line, "\n/BitsPerComponent 8\n/Decode [0 1 0 1 0 1]\n");
+  write_line(file, line);
+  ProgramLine matrix;
+  add(&matrix, "/ImageMatrix [");
+  add_int(&matrix, width);
+  add(&matrix, " 0 0");
+  add_int(&matrix, static_cast<int32_t>(-static_cast<int64_t>(height)));
+  add(&matrix, " 0");
+  add_int(&matrix, height);
+  add(&matrix, "] /DataSource currentfile /ASCIIHexDecode filter\n>> image\n");
+  write_line(file, matrix);
+}
+
+// Bytes as digits, gathered into whole lines.
+struct HexLines {
+  std::FILE *file;
+  size_t fill;
+  char digits[2 * bytes_per_line + 1];
+};
+
+void end_line(HexLines *lines) {
+  if (lines->fill == 0) return;
+  lines->digits[lines->fill] = '\n';
+  write_file(lines->file, lines->digits, lines->fill + 1);
+  lines->fill = 0;
+}
+
+void put_bytes(HexLines *lines, const uint8_t *bytes, size_t count) {
+  constexpr char hex[] = "0123456789ABCDEF";
+  while (count != 0) {
+    const size_t piece = std::min(count, bytes_per_line - lines->fill / 2);
+    char *to = lines->digits + lines->fill;
+    for (size_t i = 0; i < piece; ++i) {
+      *to++ = hex[bytes[i] >> 4];
+      *to++ = hex[bytes[i] & 15];
+    }
+    lines->fill += 2 * piece;
+    bytes += piece;
+    count -= piece;
+    if (lines->fill == 2 * bytes_per_line) end_line(lines);
+  }
+}
+
+WriterStatus write_pixels(std::FILE *file, const PictureSource &source) {
+  const PictureArea &area = source.area;
+  if (!has_pixels(area)) return writer_done;
+  size_t row_bytes = 0;
+  if (!checked_product(&row_bytes, static_cast<size_t>(area.width), 3)) return writer_no_memory;
+  const OwnedArray<uint8_t> row = allocate_array<uint8_t>(row_bytes);
+  if (row == nullptr) return writer_no_memory;
+  HexLines lines = {file, 0, {}};
+  for (int64_t i = 0; i < area.height; ++i) {
+    read_picture_row(source, i, Samples::rgb, row.get());
+    put_bytes(&lines, row.get(), row_bytes);
+  }
+  end_line(&lines);
+  return writer_done;
+}
+
+WriterStatus write_program(const char *name, const PictureSource &source, const PageFit &fit,
+                           const Margins &margins) {
+  const OwnedFile file = open_file(name, "w");
+  if (file == nullptr) return writer_no_file;
+  write_comments(file.get(), fit, margins);
+  write_coordinates(file.get(), fit, margins);
+  write_image_dictionary(file.get(), header_size(source.area.width),
+                         header_size(source.area.height));
+  const WriterStatus status = write_pixels(file.get(), source);
+  if (status != writer_done) return status;
+  ProgramLine tail;
+  add(&tail, "\n> grestore showpage\n");
+  write_line(file.get(), tail);
+  return writer_done;
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+extern "C" int32_t qqpps(const char *file, const int32_t *device, const int32_t *width,
+                         const int32_t *height, const int32_t *page_set, const int32_t *page_width,
+                         const int32_t *page_height, const int32_t *margin_set,
+                         const int32_t *margin_x, const int32_t *margin_y, int32_t *status) {
+  quorix::PictureSource source;
+  *status = quorix::find_source(&source, *device, *width, *height);
+  if (*status != quorix::writer_done) return 0;
+  const quorix::PageFit fit =
+      quorix::fit_on_page(source.area, {*page_set, *page_width, *page_height});
+  const quorix::Margins margins = quorix::margins_of(*margin_set, *margin_x, *margin_y);
+  *status = quorix::write_program(file, source, fit, margins);
+  return 0;
+}
