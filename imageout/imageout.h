@@ -9,7 +9,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
+#include "imageout/quantiser.h"
 #include "platform/memory.h"
 #include "quorix/device.h"
 #include "quorix/output_context.h"
@@ -113,5 +115,64 @@ inline double page_units(int32_t length) {
 }
 
 PageFit fit_on_page(const PictureArea &area, const PageRequest &request);
+
+// ---- file_palette.cpp
+
+// The colours that stand in a file beside its indices: the caller's, or computed ones.
+struct FilePalette {
+  const uint32_t *words;  // 0xRRGGBB; null: the computed ones
+  uint8_t reds[quantised_colours], greens[quantised_colours], blues[quantised_colours];
+};
+
+// One entry, red first. Computed palettes have zeros where they have no colour, also beyond their
+// end; the caller's are trusted to have the entry.
+void palette_entry(const FilePalette &palette, size_t i, uint8_t *rgb);
+
+// Reads a picture as RGB, computes the palette, and leaves an index per pixel. A picture without
+// pixels needs neither. writer_no_memory if the picture does not fit.
+WriterStatus quantise_picture(const PictureSource &source, FilePalette *palette,
+                              OwnedArray<uint8_t> *indices);
+
+// ---- Words of file headers
+
+// The caller tells whether words have to be turned, and is believed: a wrong answer gives a file
+// with all its words reversed. Kept, since that is what callers on other hosts ask for.
+template <class Word>
+void put_word(uint8_t *to, Word word, bool swap) {
+  static_assert(sizeof word == 2 || sizeof word == 4);
+  if (swap) {
+    if constexpr (sizeof word == 2) {
+      word = __builtin_bswap16(word);
+    } else {
+      word = __builtin_bswap32(word);
+    }
+  }
+  std::memcpy(to, &word, sizeof word);
+}
+
+// A header that grows in a buffer, which has room for it.
+struct HeaderBytes {
+  uint8_t *next;
+  bool swap;
+};
+
+template <class Word>
+void add_word(HeaderBytes *header, Word word) {
+  put_word(header->next, word, header->swap);
+  header->next += sizeof word;
+}
+
+inline void add_u16(HeaderBytes *header, uint16_t word) {
+  add_word(header, word);
+}
+
+inline void add_u32(HeaderBytes *header, uint32_t word) {
+  add_word(header, word);
+}
+
+inline void add_bytes(HeaderBytes *header, const void *bytes, size_t count) {
+  std::memcpy(header->next, bytes, count);
+  header->next += count;
+}
 
 }  // namespace quorix

@@ -12,7 +12,6 @@
 #include <cstring>
 
 #include "imageout/imageout.h"
-#include "imageout/quantiser.h"
 #include "platform/deflate.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
@@ -51,10 +50,9 @@ struct PngWriter {
   PixelPath path;
   bool swap;         // words of this host have to be turned
   bool transparent;  // with a tRNS chunk
-  const uint32_t *palette;
+  FilePalette palette;
   size_t colours;
   OwnedArray<uint8_t> quantised;  // the indices of a quantised picture
-  uint8_t reds[quantised_colours], greens[quantised_colours], blues[quantised_colours];
   Sink sink;
 };
 
@@ -69,19 +67,12 @@ void put_piece(Sink *sink, const uint8_t *bytes, size_t count) {
   sink->count += count;
 }
 
-// The caller tells whether words have to be turned, and is believed: a wrong answer gives a stream
-// with all its words reversed. Kept, since that is what callers on other hosts ask for.
-void put_word(const PngWriter &png, uint8_t *to, uint32_t word) {
-  if (png.swap) word = __builtin_bswap32(word);
-  std::memcpy(to, &word, word_bytes);
-}
-
 // Adds length and CRC to a chunk whose type and data are in place, and writes it.
 void put_chunk(PngWriter *png, uint8_t *chunk, size_t data_bytes) {
   const uint8_t *const type = chunk + word_bytes;
   const auto crc = static_cast<uint32_t>(crc32_z(0, type, word_bytes + data_bytes));
-  put_word(*png, chunk, static_cast<uint32_t>(data_bytes));
-  put_word(*png, chunk + chunk_data + data_bytes, crc);
+  put_word(chunk, static_cast<uint32_t>(data_bytes), png->swap);
+  put_word(chunk + chunk_data + data_bytes, crc, png->swap);
   put_piece(&png->sink, chunk, chunk_overhead + data_bytes);
 }
 
@@ -90,27 +81,12 @@ void put_chunk(PngWriter *png, uint8_t *chunk, size_t data_bytes) {
 void write_header(PngWriter *png) {
   uint8_t chunk[chunk_overhead + header_bytes] = {};
   const PictureArea &area = png->source.area;
-  put_word(*png, chunk + word_bytes, header_type);
-  put_word(*png, chunk + chunk_data, static_cast<uint32_t>(header_size(area.width)));
-  put_word(*png, chunk + chunk_data + 4, static_cast<uint32_t>(header_size(area.height)));
+  put_word(chunk + word_bytes, header_type, png->swap);
+  put_word(chunk + chunk_data, static_cast<uint32_t>(header_size(area.width)), png->swap);
+  put_word(chunk + chunk_data + 4, static_cast<uint32_t>(header_size(area.height)), png->swap);
   chunk[chunk_data + 8] = 8;                                            // bits per sample
   chunk[chunk_data + 9] = png->path == PixelPath::true_colour ? 2 : 3;  // colour type
   put_chunk(png, chunk, header_bytes);
-}
-
-void fill_palette(const PngWriter &png, uint8_t *to) {
-  for (size_t i = 0; i < png.colours; ++i, to += 3) {
-    if (png.path == PixelPath::quantised) {
-      const bool known = i < quantised_colours;
-      to[0] = known ? png.reds[i] : uint8_t{0};
-      to[1] = known ? png.greens[i] : uint8_t{0};
-      to[2] = known ? png.blues[i] : uint8_t{0};
-    } else {
-      to[0] = static_cast<uint8_t>(png.palette[i] >> 16 & 0xff);
-      to[1] = static_cast<uint8_t>(png.palette[i] >> 8 & 0xff);
-      to[2] = static_cast<uint8_t>(png.palette[i] & 0xff);
-    }
-  }
 }
 
 int32_t write_palette(PngWriter *png) {
@@ -119,7 +95,8 @@ int32_t write_palette(PngWriter *png) {
   const OwnedArray<uint8_t> chunk = allocate_array<uint8_t>(chunk_overhead + bytes);
   if (chunk == nullptr) return writer_no_memory;
   std::memcpy(chunk.get() + word_bytes, "PLTE", word_bytes);
-  fill_palette(*png, chunk.get() + chunk_data);
+  for (size_t i = 0; i < png->colours; ++i)
+    palette_entry(png->palette, i, chunk.get() + chunk_data + 3 * i);
   put_chunk(png, chunk.get(), bytes);
   return writer_done;
 }
@@ -137,24 +114,11 @@ void write_transparency(PngWriter *png) {
 
 void write_end(PngWriter *png) {
   uint8_t chunk[chunk_overhead];
-  put_word(*png, chunk + word_bytes, end_type);
+  put_word(chunk + word_bytes, end_type, png->swap);
   put_chunk(png, chunk, 0);
 }
 
 // ---- pixels
-
-// Reads a picture that needs a palette computed, and leaves its indices and the palette.
-int32_t quantise_picture(PngWriter *png) {
-  const PictureArea &area = png->source.area;
-  if (!has_pixels(area)) return writer_done;
-  size_t bytes = 0;
-  png->quantised = read_picture(png->source, Samples::rgb, &bytes);
-  uint8_t *const pixels = png->quantised.get();
-  if (pixels == nullptr) return writer_no_memory;
-  quantise(pixels, static_cast<size_t>(area.width), static_cast<size_t>(area.height), pixels,
-           png->reds, png->greens, png->blues);
-  return writer_done;
-}
 
 // One row of the picture behind its filter byte.
 void read_row(const PngWriter &png, int64_t row, uint8_t *pixels) {
@@ -235,7 +199,8 @@ int32_t write_stream(PngWriter *png) {
   put_piece(&png->sink, signature, sizeof(signature));
   write_header(png);
   int32_t status = writer_done;
-  if (png->path == PixelPath::quantised && !png->sink.full) status = quantise_picture(png);
+  if (png->path == PixelPath::quantised && !png->sink.full)
+    status = quantise_picture(png->source, &png->palette, &png->quantised);
   if (png->path != PixelPath::true_colour && status == writer_done) status = write_palette(png);
   if (status != writer_done || png->sink.full) return status;
   if (png->transparent) write_transparency(png);
@@ -279,7 +244,7 @@ extern "C" int32_t qqppng(char *target, const int32_t *device, const int32_t *or
   png.path = quorix::pixel_path(*device, *height);
   png.swap = *order == 1;
   png.transparent = *width < 0;
-  png.palette = palette;
+  png.palette.words = png.path == quorix::PixelPath::indexed ? palette : nullptr;
   png.colours = static_cast<size_t>(quorix::magnitude(*colours));
   *status = into_memory
                 ? quorix::write_to_memory(&png, reinterpret_cast<uint8_t *>(target), *status)

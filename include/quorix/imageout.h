@@ -62,6 +62,66 @@ QUORIX_API int32_t qqppng(char *target, const int32_t *device, const int32_t *or
                           const int32_t *width, const int32_t *height, const uint32_t *palette,
                           const int32_t *colours, int32_t *status);
 
+/* Writes a GIF picture (CompuServe GIF87a, or GIF89a if a colour is transparent): a global table of
+ * 256 colours, one picture, not interlaced.
+ *
+ * file           name of the file, replaced if it exists
+ * device         see above; negative: a true colour raster, which gets a palette computed. Then
+ *                height has to be negative too
+ * order          0 writes the words of width and height with their bytes turned; on a host that
+ *                stores the low byte first, such as every x86, pass another value
+ * width, height  size in pixels, of which the file keeps the low 16 bits; a negative height says
+ *                that the device holds true colours. With a window that is enough to have a palette
+ *                computed; of the raster's colours the bytes are taken for indices if device is
+ *                positive
+ * palette        256 words 0xRRGGBB; not read where one is computed
+ * unused         not read, may be null
+ * background     index of the background colour
+ * transparent    1: the background colour is transparent
+ * status         see above. After -2 the file ends where memory was needed */
+QUORIX_API int32_t qqpgif(const char *file, const int32_t *device, const int32_t *order,
+                          const int32_t *width, const int32_t *height, const uint32_t *palette,
+                          const void *unused, const uint8_t *background, const int32_t *transparent,
+                          int32_t *status);
+
+/* Writes a baseline TIFF picture (TIFF 6.0, little-endian, not compressed, a strip for each row) in
+ * one of three forms: palette colour, RGB, or bilevel, where 1 is white.
+ *
+ * file        name of the file, replaced if it exists
+ * device      see above; negative: RGB
+ * order       0 writes all words with their bytes turned; on a host that stores the low byte first,
+ *             such as every x86, pass another value
+ * width       size in pixels; the sign matters to the bilevel form: positive, black becomes 0 and
+ *             everything else 1; negative, white becomes 1 and everything else 0
+ * height      size in pixels; negative: the device holds true colours. Then the palette form gets a
+ *             palette computed, and the bilevel form looks at them
+ * palette     256 words 0xRRGGBB; what indices mean in the palette form and, with a positive height,
+ *             in the bilevel form. Otherwise not read
+ * form        negative: bilevel, whatever device says
+ * resolution  on entry pixels per inch; negative: per centimetre; 0: 100 per inch. On return the
+ *             status, see above. After -2 the file has all but the pixels and what precedes them */
+QUORIX_API int32_t qqptif(const char *file, const int32_t *device, const int32_t *order,
+                          const int32_t *width, const int32_t *height, const uint32_t *palette,
+                          const int32_t *form, int32_t *resolution);
+
+/* Writes a Windows bitmap (information header of 40 bytes, not compressed): 8 bits per pixel with a
+ * colour table, or 24.
+ *
+ * file           name of the file, replaced if it exists
+ * device         see above; negative: 24 bits per pixel
+ * order          byte order and resolution. 0 and below write all words with their bytes turned; on
+ *                a host that stores the low byte first, such as every x86, pass 1 or more. 0 and 1
+ *                stand for 2500 pixels per metre, other numbers for their absolute value
+ * width, height  size in pixels; a negative height says that the device holds true colours, so that
+ *                8 bits per pixel get a palette computed
+ * palette        `colours` words 0xRRGGBB; not read where one is computed, and with 24 bits
+ * colours        entries of the colour table, not used with 24 bits. Readers want 256, or fewer if no
+ *                index is larger. A computed palette of fewer colours is filled up with black
+ * status         see above. After -2 the file holds its header */
+QUORIX_API int32_t qqpbmp(const char *file, const int32_t *device, const int32_t *order,
+                          const int32_t *width, const int32_t *height, const uint32_t *palette,
+                          const int32_t *colours, int32_t *status);
+
 /* Writes a PostScript program that shows the picture on one page, in true colours, fitted to the
  * page and turned by 90 degrees if it is wider than high. On Windows its lines end in CR and LF.
  *

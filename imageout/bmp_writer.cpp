@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+//
+// Windows bitmaps with the 40-byte information header, not compressed: 8 bits per pixel with a
+// colour table, or 24. Rows stand bottom first, each filled up to a multiple of 4 bytes.
+#include <utility>
+
+#include "imageout/imageout.h"
+#include "platform/files.h"
+#include "platform/numbers.h"
+#include "quorix/imageout.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr size_t header_bytes = 54;
+constexpr size_t entry_bytes = 4;  // of the colour table
+constexpr uint32_t default_resolution = 2500;
+
+struct BmpWriter {
+  PictureSource source;
+  PixelPath path;
+  bool swap;            // words of this host have to be turned
+  uint32_t resolution;  // pixels per metre
+  int64_t colours;      // as the header says; below 0 there are no entries
+  FilePalette palette;
+  std::FILE *file;
+};
+
+// Bytes of a row of pixels, and with what fills it up.
+size_t row_bytes(const BmpWriter &bmp) {
+  if (!has_pixels(bmp.source.area)) return 0;
+  const bool rgb = bmp.path == PixelPath::true_colour;
+  return static_cast<size_t>(bmp.source.area.width) * (rgb ? 3U : 1U);
+}
+
+size_t stride(const BmpWriter &bmp) {
+  return (row_bytes(bmp) + 3) / 4 * 4;
+}
+
+// Sizes that do not fit in 32 bits wrap.
+void write_header(const BmpWriter &bmp) {
+  const PictureArea &area = bmp.source.area;
+  const auto rows = has_pixels(area) ? static_cast<size_t>(area.height) : size_t{0};
+  const auto image_bytes = static_cast<uint32_t>(stride(bmp) * rows);
+  const auto colours = static_cast<uint32_t>(bmp.colours);
+  const uint32_t pixels_at = header_bytes + static_cast<uint32_t>(entry_bytes) * colours;
+  uint8_t bytes[header_bytes];
+  HeaderBytes header = {bytes, bmp.swap};
+  add_bytes(&header, "BM", 2);
+  add_u32(&header, pixels_at + image_bytes);  // size of the file
+  add_u32(&header, 0);                        // reserved
+  add_u32(&header, pixels_at);
+  add_u32(&header, 40);  // size of what follows
+  add_u32(&header, static_cast<uint32_t>(header_size(area.width)));
+  add_u32(&header, static_cast<uint32_t>(header_size(area.height)));
+  add_u16(&header, 1);  // planes
+  add_u16(&header, bmp.path == PixelPath::true_colour ? 24 : 8);
+  add_u32(&header, 0);  // not compressed
+  add_u32(&header, image_bytes);
+  add_u32(&header, bmp.resolution);
+  add_u32(&header, bmp.resolution);
+  add_u32(&header, colours);  // used
+  add_u32(&header, colours);  // important
+  write_file(bmp.file, bytes, header_bytes);
+}
+
+void write_colour_table(const BmpWriter &bmp) {
+  constexpr int64_t block = 256;
+  uint8_t entries[block * entry_bytes] = {};
+  for (int64_t done = 0; done < bmp.colours; done += block) {
+    const auto count = static_cast<size_t>(std::min(bmp.colours - done, block));
+    for (size_t i = 0; i < count; ++i) {
+      uint8_t *const entry = entries + i * entry_bytes;
+      palette_entry(bmp.palette, static_cast<size_t>(done) + i, entry);
+      std::swap(entry[0], entry[2]);  // blue first
+    }
+    write_file(bmp.file, entries, count * entry_bytes);
+  }
+}
+
+// Exchanges red and blue.
+void blue_first(uint8_t *row, size_t bytes) {
+  for (size_t i = 0; i < bytes; i += 3)
+    std::swap(row[i], row[i + 2]);
+}
+
+// One row of the file.
+void make_row(const BmpWriter &bmp, int64_t row, const uint8_t *indices, uint8_t *to) {
+  const size_t bytes = row_bytes(bmp);
+  if (bmp.path == PixelPath::true_colour) {
+    read_picture_row(bmp.source, row, Samples::rgb, to);
+    blue_first(to, bytes);
+  } else if (bmp.path == PixelPath::indexed) {
+    read_picture_row(bmp.source, row, Samples::index, to);
+  } else {
+    std::memcpy(to, indices + static_cast<size_t>(row) * bytes, bytes);
+  }
+  std::memset(to + bytes, 0, stride(bmp) - bytes);
+}
+
+// All rows are put in place in memory and written by one call.
+WriterStatus write_picture(BmpWriter *bmp) {
+  const PictureArea &area = bmp->source.area;
+  size_t bytes = 0;
+  OwnedArray<uint8_t> rows;
+  if (has_pixels(area)) {
+    if (!picture_bytes(bmp->source, Samples::rgb, &bytes)) return writer_no_memory;
+    if (!checked_product(&bytes, stride(*bmp), static_cast<size_t>(area.height)))
+      return writer_no_memory;
+    rows = allocate_array<uint8_t>(bytes);
+    if (rows == nullptr) return writer_no_memory;
+  }
+  OwnedArray<uint8_t> indices;
+  if (bmp->path == PixelPath::quantised) {
+    const WriterStatus status = quantise_picture(bmp->source, &bmp->palette, &indices);
+    if (status != writer_done) return status;
+  }
+  write_colour_table(*bmp);
+  if (bytes == 0) return writer_done;
+  uint8_t *to = rows.get();
+  for (int64_t row = area.height - 1; row >= 0; --row, to += stride(*bmp))
+    make_row(*bmp, row, indices.get(), to);
+  write_file(bmp->file, rows.get(), bytes);
+  return writer_done;
+}
+
+WriterStatus write_bmp(BmpWriter *bmp, const char *name) {
+  const OwnedFile file = open_file(name, "wb");
+  if (file == nullptr) return writer_no_file;
+  bmp->file = file.get();
+  write_header(*bmp);
+  return write_picture(bmp);
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+extern "C" int32_t qqpbmp(const char *file, const int32_t *device, const int32_t *order,
+                          const int32_t *width, const int32_t *height, const uint32_t *palette,
+                          const int32_t *colours, int32_t *status) {
+  quorix::BmpWriter bmp = {};
+  const quorix::WriterStatus found = quorix::find_source(&bmp.source, *device, *width, *height);
+  if (found != quorix::writer_done) {
+    *status = found;
+    return 0;
+  }
+  // Byte order and resolution stand in one argument.
+  const bool has_resolution = *order < 0 || *order > 1;
+  bmp.swap = *order <= 0;
+  bmp.resolution = has_resolution ? static_cast<uint32_t>(quorix::magnitude(*order))
+                                  : quorix::default_resolution;
+  bmp.path = quorix::pixel_path(*device, *height);
+  bmp.colours = bmp.path == quorix::PixelPath::true_colour ? 0 : *colours;
+  bmp.palette.words = bmp.path == quorix::PixelPath::indexed ? palette : nullptr;
+  *status = quorix::write_bmp(&bmp, file);
+  return 0;
+}

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+//
+// The table of strings is a hash table of 32-bit words, one per slot: a string is the code of the
+// string without its last pixel and that pixel, 20 bits, and the word has its own code behind them.
+// So one load answers whether a string is known and what it is called.
+//
+// Codes are gathered in a 64-bit word and leave it 32 bits at a time.
+#include "imageout/gif_encoder.h"
+
+#include <cstring>
+
+#include "platform/files.h"
+
+namespace quorix {
+
+namespace {
+
+constexpr uint32_t clear_code = 256;
+constexpr uint32_t end_code = 257;
+constexpr uint32_t first_free_code = 258;
+constexpr uint32_t code_limit = 4095;  // reaching it clears the table, so no string has this code
+constexpr unsigned first_code_bits = 9;
+constexpr unsigned code_field_bits = 12;
+constexpr uint32_t code_mask = (1U << code_field_bits) - 1;
+constexpr uint32_t free_slot = UINT32_MAX;  // would be a string that starts with code 4095
+
+// At most 3837 strings, so that less than half of the slots are in use.
+constexpr unsigned slot_bits = 13;
+constexpr size_t slots = size_t{1} << slot_bits;
+
+constexpr size_t block_bytes = 255;  // of a full sub-block
+constexpr size_t blocks_at_once = 256;
+constexpr size_t stream_bytes = block_bytes * blocks_at_once;
+constexpr size_t most_new_bytes = 8;  // that one store may put beyond them
+
+struct GifEncoder {
+  uint32_t table[slots];
+  uint8_t stream[stream_bytes + most_new_bytes];  // codes, before they are cut into blocks
+  uint8_t blocks[(1 + block_bytes) * blocks_at_once];
+  std::FILE *file;
+};
+
+// What changes with every code; kept apart so that it stays in registers.
+struct CodeStream {
+  uint64_t bits;  // not yet stored, the first one lowest
+  unsigned count;
+  unsigned code_bits;
+  uint32_t next_code;
+  uint8_t *next;  // in `stream`
+};
+
+// ---- bytes
+
+// Writes the first bytes of the stream as sub-blocks, the last of which may be shorter.
+void write_blocks(GifEncoder *gif, size_t bytes) {
+  uint8_t *to = gif->blocks;
+  for (size_t done = 0; done < bytes; done += block_bytes) {
+    const size_t length = bytes - done < block_bytes ? bytes - done : block_bytes;
+    *to++ = static_cast<uint8_t>(length);
+    std::memcpy(to, gif->stream + done, length);
+    to += length;
+  }
+  write_file(gif->file, gif->blocks, static_cast<size_t>(to - gif->blocks));
+}
+
+void write_full_blocks(GifEncoder *gif, CodeStream *codes) {
+  write_blocks(gif, stream_bytes);
+  const auto rest = static_cast<size_t>(codes->next - gif->stream) - stream_bytes;
+  std::memmove(gif->stream, gif->stream + stream_bytes, rest);
+  codes->next = gif->stream + rest;
+}
+
+inline void put_code(GifEncoder *gif, CodeStream *codes, uint32_t code) {
+  codes->bits |= uint64_t{code} << codes->count;
+  codes->count += codes->code_bits;
+  if (codes->count < 32) return;
+  const auto word = static_cast<uint32_t>(codes->bits);
+  std::memcpy(codes->next, &word, sizeof word);  // the hosts of this library store low bytes first
+  codes->next += sizeof word;
+  codes->bits >>= 32;
+  codes->count -= 32;
+  if (codes->next >= gif->stream + stream_bytes) write_full_blocks(gif, codes);
+}
+
+// The byte in progress goes out as well, even where it has no bits yet. Kept: readers whose codes
+// have grown by a bit at the end, which the last string lets them expect, find that bit there.
+void put_rest(GifEncoder *gif, CodeStream *codes) {
+  for (unsigned done = 0; done <= codes->count; done += 8, codes->bits >>= 8)
+    *codes->next++ = static_cast<uint8_t>(codes->bits & 0xff);
+  if (codes->next > gif->stream + stream_bytes) write_full_blocks(gif, codes);
+  write_blocks(gif, static_cast<size_t>(codes->next - gif->stream));
+}
+
+// ---- strings
+
+void clear_table(GifEncoder *gif, CodeStream *codes) {
+  std::memset(gif->table, 0xff, sizeof gif->table);
+  codes->code_bits = first_code_bits;
+  codes->next_code = first_free_code;
+}
+
+// After the code of a string that is not in the table: adds what made it unknown. The size of codes
+// is raised by the code that is stored, before the next one is looked at.
+inline void add_string(GifEncoder *gif, CodeStream *codes, size_t slot, uint32_t string) {
+  gif->table[slot] = string << code_field_bits | codes->next_code;
+  if (codes->next_code == 1U << codes->code_bits) ++codes->code_bits;
+  if (++codes->next_code < code_limit) return;
+  put_code(gif, codes, clear_code);
+  clear_table(gif, codes);
+}
+
+inline size_t first_slot(uint32_t prefix, uint32_t pixel) {
+  return (prefix ^ pixel << (slot_bits - 8)) & (slots - 1);
+}
+
+void put_strings(GifEncoder *gif, CodeStream *state, const uint8_t *pixels, size_t count) {
+  CodeStream codes = *state;
+  uint32_t prefix = pixels[0];
+  for (size_t i = 1; i < count; ++i) {
+    const uint32_t pixel = pixels[i];
+    const uint32_t string = prefix << 8 | pixel;
+    size_t slot = first_slot(prefix, pixel);
+    uint32_t word = gif->table[slot];
+    while (word >> code_field_bits != string && word != free_slot) {
+      slot = (slot + 1) & (slots - 1);
+      word = gif->table[slot];
+    }
+    if (word != free_slot) {
+      prefix = word & code_mask;
+      continue;
+    }
+    put_code(gif, &codes, prefix);
+    add_string(gif, &codes, slot, string);
+    prefix = pixel;
+  }
+  put_code(gif, &codes, prefix);
+  *state = codes;
+}
+
+}  // namespace
+
+WriterStatus write_gif_codes(std::FILE *file, const uint8_t *pixels, size_t count) {
+  const OwnedArray<GifEncoder> memory = allocate_array<GifEncoder>(1);
+  GifEncoder *const gif = memory.get();
+  if (gif == nullptr) return writer_no_memory;
+  gif->file = file;
+  CodeStream codes = {};
+  codes.next = gif->stream;
+  clear_table(gif, &codes);
+  put_code(gif, &codes, clear_code);
+  if (count != 0) put_strings(gif, &codes, pixels, count);
+  put_code(gif, &codes, end_code);
+  put_rest(gif, &codes);
+  return writer_done;
+}
+
+}  // namespace quorix

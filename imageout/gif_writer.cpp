@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+//
+// GIF with one picture: a global table of 256 colours, not interlaced. A transparent colour makes
+// it GIF89a, otherwise it is GIF87a.
+#include "imageout/gif_encoder.h"
+#include "imageout/imageout.h"
+#include "platform/files.h"
+#include "platform/numbers.h"
+#include "quorix/imageout.h"
+
+namespace quorix {
+
+namespace {
+
+struct GifWriter {
+  PictureSource source;
+  Samples samples;  // as the picture is read
+  bool quantised;   // a palette is computed from it
+  bool swap;        // words of this host have to be turned
+  bool transparent;
+  uint8_t background;
+  FilePalette palette;
+  std::FILE *file;
+};
+
+// Sizes have 16 bits here; of larger ones the low bits are written.
+void add_sizes(const GifWriter &gif, HeaderBytes *header) {
+  add_u16(header, static_cast<uint16_t>(gif.source.area.width));
+  add_u16(header, static_cast<uint16_t>(gif.source.area.height));
+}
+
+void write_screen(const GifWriter &gif) {
+  uint8_t bytes[13];
+  HeaderBytes header = {bytes, gif.swap};
+  add_bytes(&header, gif.transparent ? "GIF89a" : "GIF87a", 6);
+  add_sizes(gif, &header);
+  // A global table of 2^8 entries of 8 bits, not sorted; no aspect ratio.
+  const uint8_t rest[] = {0xf7, gif.background, 0};
+  add_bytes(&header, rest, sizeof rest);
+  write_file(gif.file, bytes, sizeof bytes);
+}
+
+void write_colour_table(const GifWriter &gif) {
+  uint8_t bytes[3 * quantised_colours];
+  for (size_t i = 0; i < quantised_colours; ++i)
+    palette_entry(gif.palette, i, bytes + 3 * i);
+  write_file(gif.file, bytes, sizeof bytes);
+}
+
+void write_transparency(const GifWriter &gif) {
+  // A block of 4 bytes: there is a transparent colour, no delay, the colour.
+  const uint8_t bytes[] = {0x21, 0xf9, 4, 1, 0, 0, gif.background, 0};
+  write_file(gif.file, bytes, sizeof bytes);
+}
+
+void write_descriptor(const GifWriter &gif) {
+  constexpr uint8_t start[] = {0x2c, 0, 0, 0, 0};  // left and top
+  constexpr uint8_t end[] = {0, 8};                // no table of its own; bits of a pixel
+  uint8_t bytes[sizeof start + 2 * sizeof(uint16_t) + sizeof end];
+  HeaderBytes header = {bytes, gif.swap};
+  add_bytes(&header, start, sizeof start);
+  add_sizes(gif, &header);
+  add_bytes(&header, end, sizeof end);
+  write_file(gif.file, bytes, sizeof bytes);
+}
+
+// Reads the picture; its first bytes are the indices then, one per pixel. The quantiser wants RGB:
+// where indices were read, it finds zeros behind them; where RGB was read and no quantiser runs,
+// its bytes are taken for indices. Callers do neither.
+WriterStatus read_indices(GifWriter *gif, OwnedArray<uint8_t> *pixels) {
+  const PictureArea &area = gif->source.area;
+  if (!has_pixels(area)) return writer_done;
+  const Samples room = gif->quantised ? Samples::rgb : gif->samples;
+  size_t bytes = 0;
+  if (!picture_bytes(gif->source, room, &bytes)) return writer_no_memory;
+  *pixels = allocate_zeroed_array<uint8_t>(bytes);
+  if (*pixels == nullptr) return writer_no_memory;
+  uint8_t *const picture = pixels->get();
+  const auto width = static_cast<int32_t>(area.width);
+  gif->source.device->read_rectangle(gif->source.context, picture, area.x, area.y,
+                                     gif->samples == Samples::rgb ? -width : width,
+                                     static_cast<int32_t>(area.height));
+  if (gif->quantised)
+    quantise(picture, static_cast<size_t>(width), static_cast<size_t>(area.height), picture,
+             gif->palette.reds, gif->palette.greens, gif->palette.blues);
+  return writer_done;
+}
+
+WriterStatus write_gif(GifWriter *gif, const char *name) {
+  const OwnedFile file = open_file(name, "wb");
+  if (file == nullptr) return writer_no_file;
+  gif->file = file.get();
+  write_screen(*gif);
+  OwnedArray<uint8_t> pixels;
+  const WriterStatus read = read_indices(gif, &pixels);
+  if (read != writer_done) return read;
+  write_colour_table(*gif);
+  if (gif->transparent) write_transparency(*gif);
+  write_descriptor(*gif);
+  size_t count = 0;
+  picture_bytes(gif->source, Samples::index, &count);  // fits, since the picture was read
+  const WriterStatus written = write_gif_codes(gif->file, pixels.get(), count);
+  if (written != writer_done) return written;
+  constexpr uint8_t end[] = {0, 0x3b};  // of the blocks, of the file
+  write_file(gif->file, end, sizeof end);
+  return writer_done;
+}
+
+}  // namespace
+
+}  // namespace quorix
+
+extern "C" int32_t qqpgif(const char *file, const int32_t *device, const int32_t *order,
+                          const int32_t *width, const int32_t *height, const uint32_t *palette,
+                          const void * /*unused*/, const uint8_t *background,
+                          const int32_t *transparent, int32_t *status) {
+  quorix::GifWriter gif = {};
+  const quorix::WriterStatus found = quorix::find_source(&gif.source, *device, *width, *height);
+  if (found != quorix::writer_done) {
+    *status = found;
+    return 0;
+  }
+  gif.samples = *height < 0 ? quorix::Samples::rgb : quorix::Samples::index;
+  // The height tells of a window, the device's sign of the raster, whether colours are true.
+  const bool is_window = quorix::magnitude(*device) <= quorix::last_window_device;
+  gif.quantised = is_window ? *height < 0 : *device < 0;
+  gif.swap = *order == 0;
+  gif.transparent = *transparent == 1;
+  gif.background = *background;
+  gif.palette.words = gif.quantised ? nullptr : palette;
+  *status = quorix::write_gif(&gif, file);
+  return 0;
+}
