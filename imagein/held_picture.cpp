@@ -30,7 +30,8 @@ ImageReader *make_picture(int32_t width, int32_t height, bool with_alpha, size_t
   picture->width = width;
   picture->height = height;
   picture->pixels = static_cast<uint8_t *>(allocate_zeroed_bytes(rgb + pixel_slack));
-  if (with_alpha) picture->alpha = static_cast<uint8_t *>(allocate_zeroed_bytes(alpha));
+  if (with_alpha)
+    picture->alpha = static_cast<uint8_t *>(allocate_zeroed_bytes(alpha + pixel_slack));
   if (picture->pixels != nullptr && (picture->alpha != nullptr || !with_alpha)) return picture;
   release_picture(picture);
   return nullptr;

@@ -55,8 +55,8 @@ struct ImageReader {
 // The one that is held between calls, or null.
 extern ImageReader *held_picture;
 
-// Bytes behind `pixels` that may be read, though they belong to no pixel: so a pixel can be loaded
-// as a whole word.
+// Bytes behind `pixels` and `alpha` that are there, though they belong to no pixel: so a pixel can
+// be loaded and stored as a whole word.
 inline constexpr size_t pixel_slack = 16;
 
 // A picture of zeros with room for `extra` pixels more behind its last; null without memory or

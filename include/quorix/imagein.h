@@ -1,6 +1,25 @@
 /* SPDX-License-Identifier: MIT
  *
- * Image readers: a file into a device, or into memory to be cropped and scaled.
+ * Image readers: a file onto a device, or into memory to be cropped and scaled.
+ *
+ * What the readers share. Each works in one of two ways, chosen by `device`:
+ *
+ *   device 0      The picture is held in memory, in place of the one that was held before. qqpiwin
+ *                 crops it, qqpgrow hands out rows, qqpiscl shows it and gives it back.
+ *   other values  The rows go to that device as they are decoded: above 100 the raster, otherwise a
+ *                 plot window. The upper left corner comes to (x, y), which may lie outside;
+ *                 device_width and device_height are the device's size, where the picture is cut.
+ *                 Pixels with alpha are blended with what the device shows.
+ *
+ * x, y, device_width and device_height only matter when rows are shown; of a held picture the latter
+ * two are kept for qqpiscl. `unused` is not read and may be null. All arguments are passed by
+ * reference.
+ *
+ * Statuses of all readers: 0 done; -1 the file cannot be opened, or a device is named and there is
+ * no drawing record yet (qqvini makes it); -2 no memory; -3 not a file of the format, or a damaged
+ * one; -9 there is no such device in this library. Nothing is held of a picture whose reading failed;
+ * on a device the rows that were decoded stay. A picture that was held before is gone if the new one
+ * was begun.
  */
 #ifndef QUORIX_IMAGEIN_H
 #define QUORIX_IMAGEIN_H
@@ -10,6 +29,52 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/* Replaces the held picture by a rectangle of it: columns x to x + width - 1, rows y to
+ * y + height - 1. (x, y) has to lie inside, width and height may be 0.
+ *
+ * status  0 done; -2 no memory, and the picture stays; -3 the rectangle reaches outside, or no
+ *         picture is held
+ * returns 0, or 1 where status is not 0 */
+QUORIX_API int32_t qqpiwin(const int32_t *x, const int32_t *y, const int32_t *width,
+                           const int32_t *height, int32_t *status);
+
+/* Shows the held picture at a size of `width` by `height` pixels, with the upper left corner at
+ * (x, y) of `device`, and gives it back in every case. It is cut at the device size that its reader
+ * was told.
+ *
+ * At another size than its own the picture is interpolated: bilinear, the corners onto the corners,
+ * components truncated. Of each row as many pixels are sent as the picture was wide before: one made
+ * wider shows its left part, and in one made narrower each row runs on into the next ones. To see
+ * the whole of a scaled picture, crop or choose sizes of the same width.
+ *
+ * device         as above; 0 only gives the picture back
+ * unused         not read, may be null
+ * width, height  size in pixels, above 0
+ * status         0 done; -2 no memory, or a size of 0 or below; -3 no picture is held; -1 and -9 as
+ *                above */
+QUORIX_API int32_t qqpiscl(const int32_t *device, const void *unused, const int32_t *width,
+                           const int32_t *height, const int32_t *x, const int32_t *y,
+                           int32_t *status);
+
+/* Copies `count` pixels of the held picture from column x of row y on into `row`: three bytes each,
+ * red, green, blue. What lies outside the picture is 0. Without a held picture `row` stays as it is.
+ * With a count of -1 the held picture is given back, and nothing else is looked at. */
+QUORIX_API int32_t qqpgrow(uint8_t *row, const int32_t *x, const int32_t *y, const int32_t *count);
+
+/* Reads a Windows bitmap with the information header of 40 bytes: 1, 4, 8 or 24 bits per pixel, or
+ * run lengths of 8 or 4 bits.
+ *
+ * Pixels are taken to follow the colour table directly. Other depths, and compressions other than
+ * run lengths, give status 0 and no pixels, and so do bitmaps with a negative height (rows from the
+ * top), which are held as pictures without rows. A file of plain rows that ends early gives those it
+ * has.
+ *
+ * status  as above. -3: the width is not positive, the header is not whole, depth and compression do
+ *         not go together, or run lengths end without their end code */
+QUORIX_API int32_t qqpibmp(const char *file, const int32_t *device, const void *unused,
+                           const int32_t *device_width, const int32_t *device_height,
+                           const int32_t *x, const int32_t *y, int32_t *status);
 
 /* Reads the first image of a GIF file (87a and 89a), interlaced or not. Extensions before it are
  * skipped byte by byte up to the first 0x2C; transparency is not honoured.
