@@ -65,10 +65,14 @@ uint64_t hash_vertex(const PlyVertex &vertex) {
   return hash ^ hash >> 32;
 }
 
+// The slot where the way to a vertex begins.
+size_t first_slot(const PlyMesh &mesh, const PlyVertex &vertex) {
+  return static_cast<size_t>(hash_vertex(vertex)) & (mesh.slot_count - 1);
+}
+
 // The slot of the vertex that equals `vertex`, or the free one where it belongs.
-size_t find_slot(const PlyMesh &mesh, const PlyVertex &vertex) {
+size_t find_slot(const PlyMesh &mesh, const PlyVertex &vertex, size_t slot) {
   const size_t last = mesh.slot_count - 1;
-  size_t slot = static_cast<size_t>(hash_vertex(vertex)) & last;
   for (; mesh.slots[slot] != no_vertex; slot = (slot + 1) & last) {
     if (equal(mesh.vertices[static_cast<size_t>(mesh.slots[slot])], vertex)) break;
   }
@@ -87,9 +91,21 @@ bool grow_slots(PlyMesh *mesh, size_t vertices) {
   mesh->slot_count = count;
   for (size_t i = 0; i < mesh->vertex_count; ++i) {
     const PlyVertex &vertex = mesh->vertices[i];
-    if (is_filed(vertex)) mesh->slots[find_slot(*mesh, vertex)] = static_cast<int32_t>(i);
+    if (!is_filed(vertex)) continue;
+    mesh->slots[find_slot(*mesh, vertex, first_slot(*mesh, vertex))] = static_cast<int32_t>(i);
   }
   return true;
+}
+
+int32_t merge_vertex(PlyMesh *mesh, const PlyVertex &vertex, size_t first) {
+  const auto number = static_cast<int32_t>(mesh->vertex_count);
+  if (is_filed(vertex)) {
+    int32_t *const slot = &mesh->slots[find_slot(*mesh, vertex, first)];
+    if (*slot != no_vertex) return *slot;
+    *slot = number;
+  }
+  mesh->vertices[mesh->vertex_count++] = vertex;
+  return number;
 }
 
 bool reserve_vertices(PlyMesh *mesh, size_t count) {
@@ -146,15 +162,14 @@ bool reserve_ply_face(PlyMesh *mesh, size_t corners) {
   return false;
 }
 
-int32_t merge_ply_vertex(PlyMesh *mesh, const PlyVertex &vertex) {
-  const auto number = static_cast<int32_t>(mesh->vertex_count);
-  if (is_filed(vertex)) {
-    int32_t *const slot = &mesh->slots[find_slot(*mesh, vertex)];
-    if (*slot != no_vertex) return *slot;
-    *slot = number;
+void merge_ply_vertices(PlyMesh *mesh, const PlyVertex *vertices, size_t count, int32_t *numbers) {
+  size_t first[most_merged];
+  for (size_t i = 0; i < count; ++i) {
+    first[i] = first_slot(*mesh, vertices[i]);
+    __builtin_prefetch(&mesh->slots[first[i]]);
   }
-  mesh->vertices[mesh->vertex_count++] = vertex;
-  return number;
+  for (size_t i = 0; i < count; ++i)
+    numbers[i] = merge_vertex(mesh, vertices[i], first[i]);
 }
 
 }  // namespace quorix

@@ -39,9 +39,10 @@ void release_ply_mesh(PlyMesh *mesh);
 // then the mesh is as it was, or lost.
 bool reserve_ply_face(PlyMesh *mesh, size_t corners);
 
-// The number of the first vertex that equals `vertex`, which is added where there is none. There is
-// room for it.
-int32_t merge_ply_vertex(PlyMesh *mesh, const PlyVertex &vertex);
+// For each vertex in turn the number of the first one that equals it; where there is none it is
+// added. There is room for them. Together they wait for memory only once.
+inline constexpr size_t most_merged = 8;
+void merge_ply_vertices(PlyMesh *mesh, const PlyVertex *vertices, size_t count, int32_t *numbers);
 
 // ---- ply_text.cpp
 

@@ -2,6 +2,9 @@
 //
 // qqply1 and qqply2: a mesh is collected polygon by polygon, written and ended.
 #include "formats/ply_mesh.h"
+
+#include <algorithm>
+
 #include "platform/files.h"
 #include "platform/numbers.h"
 #include "quorix/datafiles.h"
@@ -40,8 +43,14 @@ Status add_face(const Corners &corners, int32_t n) {
   if (!reserve_ply_face(mesh, count)) return failed;
   int32_t *const face = mesh->faces.get() + mesh->face_length;
   face[0] = n;
-  for (size_t i = 0; i < count; ++i)
-    face[i + 1] = merge_ply_vertex(mesh, narrow_corner(corners, i));
+  PlyVertex some[most_merged];
+  for (size_t start = 0; start < count;) {
+    const size_t part = std::min(most_merged, count - start);
+    for (size_t i = 0; i < part; ++i)
+      some[i] = narrow_corner(corners, start + i);
+    merge_ply_vertices(mesh, some, part, face + 1 + start);
+    start += part;
+  }
   mesh->face_length += count + 1;
   ++mesh->face_count;
   return done;
