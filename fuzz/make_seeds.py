@@ -40,11 +40,64 @@ RASTER_FILES = {
 }
 
 
+def fits_unit(*cards, data=b"", pad=None):
+    """A header with END, as many blank lines more as the reader passes over, and data in blocks."""
+    lines = [card.ljust(80)[:80] for card in cards] + ["END".ljust(80)]
+    lines += [" " * 80] * (len(lines) % 36 if pad is None else pad)
+    return "".join(lines).encode("latin-1") + data
+
+
+def fits_image(bitpix, *axes, cards=(), first="SIMPLE  =                    T"):
+    lengths = [f"NAXIS{i + 1:<3}= {length:20d}" for i, length in enumerate(axes)]
+    size = abs(bitpix) // 8
+    for length in axes:
+        size *= length
+    return fits_unit(first, f"BITPIX  = {bitpix:20d}", f"NAXIS   = {len(axes):20d}", *lengths,
+                     *cards, data=bytes(i & 255 for i in range(size)))
+
+
+VALUES = ("OBJECT  = 'it''s a star'         / a name", "EXPTIME =              12.50 / seconds",
+          "FILTER  = ''", "BSCALE  = 1.5E-3", "DEEP    =                    F",
+          "PHASE   = (1.0, 2.0)", "NOTHING =", "COMMENT no value here", "OPEN    = 'not closed",
+          "ORDER   = (1, 2)", "LONGEXP = 1E400", "COUNT   = 99999999999")
+
+FITS_FILES = {
+    "bytes": fits_image(8, 5, 3),
+    "floats": fits_image(-32, 3, 2),
+    "values": fits_image(16, 2, 2, cards=VALUES),
+    "no_axes": fits_image(8),
+    "bitpix_small": fits_image(7, 4),
+    "two_units": (fits_image(8, 3).ljust(800 + 2880, b"\0") +
+                  fits_image(-64, 2, first="EXTENSION= 'IMAGE   '")),
+    "tables": (fits_image(8, first="SIMPLE  =                    T") +
+               fits_image(8, 0, first="EXTENSION= 'BINTABLE'") +
+               fits_image(8, first="EXTENSION= 'TABLE   '") +
+               fits_image(8, first="XTENSION= 'IMAGE   '")),
+    "no_bitpix": fits_unit("SIMPLE  =                    T", "NAXIS   = 0"),
+    "no_naxis": fits_unit("SIMPLE  =                    T", "BITPIX  = 8"),
+    "axis_missing": fits_unit("BITPIX  = 8", "NAXIS   = 2", "NAXIS1  = 4"),
+    "axis_before_naxis": fits_unit("BITPIX  = 8", "NAXIS1  = 4", "NAXIS   = 1"),
+    "axis_negative": fits_unit("BITPIX  = 8", "NAXIS   = 1", "NAXIS1  = -4"),
+    "axes_huge": fits_unit("BITPIX  = -64", "NAXIS   = 3", "NAXIS1  = 2147483647",
+                           "NAXIS2  = 2147483647", "NAXIS3  = 2147483647"),
+    "naxis_negative": fits_unit("BITPIX  = 8", "NAXIS   = -1"),
+    "naxis_999": fits_unit("BITPIX  = 8", "NAXIS   = 999", "NAXIS999= 1"),
+    "naxis_1000": fits_unit("BITPIX  = 8", "NAXIS   = 1000"),
+    "naxis_twice": fits_unit("BITPIX  = 8", "NAXIS   = 2", "NAXIS1  = 4", "NAXIS   = 1",
+                             "NAXIS1  = 3", data=b"abc"),
+    "without_end": fits_unit("BITPIX  = 8", "NAXIS   = 0")[:160],
+    "cut_in_a_card": fits_unit("BITPIX  = 8", "NAXIS   = 0")[:200],
+    "data_cut": fits_image(16, 5, 3)[:-7],
+    "empty": b"",
+}
+
+
 def main():
-    folder = CORPUS / "raster_file"
-    folder.mkdir(parents=True, exist_ok=True)
-    for name, content in RASTER_FILES.items():
-        (folder / name).write_bytes(content)
+    for target, files in {"raster_file": RASTER_FILES, "fits_file": FITS_FILES}.items():
+        folder = CORPUS / target
+        folder.mkdir(parents=True, exist_ok=True)
+        for name, content in files.items():
+            (folder / name).write_bytes(content)
 
 
 if __name__ == "__main__":
