@@ -8,6 +8,7 @@
 #include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 
 enum { RASTER = 101, TICK_LENGTH = 10, TICK_SIZE = 20, LABEL_SIZE = 22, TITLE_SIZE = 30 };
 
@@ -41,20 +42,36 @@ void open_palette_page(int width, int height, const uint32_t *palette) {
   qqvvlt(1, palette);
 }
 
-static void check_png(const char *file, int status) {
+static void check_written(const char *file, int status) {
   if (status != 0) fail("%s cannot be written (status %d)", file, status);
 }
 
 void save_png(const char *file, int width, int height) {
   int32_t device = -RASTER, order = 1, w = width, h = height, colours = 256, status = 0;
   qqppng((char *)file, &device, &order, &w, &h, NULL, &colours, &status);
-  check_png(file, status);
+  check_written(file, status);
+}
+
+void save_picture(const char *file, int width, int height) {
+  int32_t device = -RASTER, w = width, h = height, given = 1, no = 0, compress = 1, status = 0;
+  int32_t page_width = 2100, page_height = 2970, margin = 0; /* A4, in tenths of a millimetre */
+  const char *type = strrchr(file, '.');
+  if (type != NULL && strcmp(type, ".ps") == 0) {
+    qqpps(file, &device, &w, &h, &given, &page_width, &page_height, &given, &margin, &margin,
+          &status);
+  } else if (type != NULL && strcmp(type, ".pdf") == 0) {
+    qqppdf(file, &device, &w, &h, &given, &page_width, &page_height, &no, &margin, &margin,
+           &compress, &status);
+  } else {
+    save_png(file, width, height);
+  }
+  check_written(file, status);
 }
 
 void save_palette_png(const char *file, int width, int height, const uint32_t *palette) {
   int32_t device = RASTER, order = 1, w = width, h = height, colours = 256, status = 0;
   qqppng((char *)file, &device, &order, &w, &h, palette, &colours, &status);
-  check_png(file, status);
+  check_written(file, status);
 }
 
 void blend_colours(uint32_t *palette, int count, const uint32_t *stops, int stop_count) {
@@ -68,6 +85,14 @@ void blend_colours(uint32_t *palette, int count, const uint32_t *stops, int stop
       palette[i] |= (uint32_t)((from * (last - part) + to * part + last / 2) / last) << shift;
     }
   }
+}
+
+void equal_earth(double longitude, double latitude, double *x, double *y) {
+  const double degree = 3.14159265358979323846 / 180, m = 0.866025403784438647;
+  const double a = 1.340264, b = -0.081106, c = 0.000893, d = 0.003796;
+  double t = asin(m * sin(latitude * degree)), tt = t * t, t6 = tt * tt * tt;
+  *x = longitude * degree * cos(t) / (m * (a + 3 * b * tt + t6 * (7 * c + 9 * d * tt)));
+  *y = t * (a + b * tt + t6 * (c + d * tt));
 }
 
 void set_pen(int width, int cap, int join) {

@@ -46,12 +46,21 @@ void open_page(int width, int height);
 /* Opens a palette page with the 256 words 0xRRGGBB of a table; it is filled with entry 0. */
 void open_palette_page(int width, int height, const uint32_t *palette);
 
+/* Writes the open page in true colours, as its name says: .ps as PostScript and .pdf as PDF, each
+ * on a page of A4, anything else as PNG. */
+void save_picture(const char *file, int width, int height);
+
 /* Write the open page as a PNG file: true colour, or with the indices and words of a palette. */
 void save_png(const char *file, int width, int height);
 void save_palette_png(const char *file, int width, int height, const uint32_t *palette);
 
 /* Fills `count` words of a palette from one colour 0xRRGGBB to the next. */
 void blend_colours(uint32_t *palette, int count, const uint32_t *stops, int stop_count);
+
+/* Where a place stands on a map of the whole world, equator and mid-meridian at 0, with equal
+ * areas: the Equal Earth projection (B. Savric, T. Patterson and B. Jenny, 2018). y grows
+ * northward. */
+void equal_earth(double longitude, double latitude, double *x, double *y);
 
 /* ---- Pens and text ----------------------------------------------------------------------- */
 

@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: MIT
  *
- * A line chart of a CSV file: linechart data.csv out.png [title]
+ * A line chart of a CSV file: linechart data.csv out.png [title]. The picture is written as
+ * PostScript or as PDF if its name ends so.
  *
  * The first column is x, every other column a series. A first line that holds a word where a
  * number would stand names the columns. Fields may be quoted; lines that are blank or start with #
@@ -282,7 +283,7 @@ int main(int argc, char **argv) {
     draw_series(&table, &axes, column);
   set_clip(0, 0, WIDTH - 1, HEIGHT - 1);
   if (table.columns > 2 && table.named) draw_legend(&table, &axes);
-  save_png(argv[2], WIDTH, HEIGHT);
+  save_picture(argv[2], WIDTH, HEIGHT);
   free(table.values);
   qqwfree();
   return 0;

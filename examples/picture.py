@@ -1,7 +1,10 @@
 # SPDX-License-Identifier: MIT
 """Pictures as the library writes them, decoded without it: PNG files with 8-bit samples and no
-row filters, and binary PPM files. Where pngcheck and netpbm are installed, they must agree."""
+row filters, binary PPM files, PostScript programs, and PDF documents of one picture. Other PDF
+documents count as they are, but for the time when they were made. Where pngcheck, netpbm, qpdf,
+poppler and Ghostscript are installed, they must agree."""
 import hashlib
+import re
 import shutil
 import subprocess
 import zlib
@@ -25,6 +28,18 @@ class Picture:
     def summary(self):
         digest = hashlib.sha256(self.rgb).hexdigest()
         return f"{self.width} {self.height} {self.clear} {digest}"
+
+
+class Document:
+    """A PDF document: number of pages, length, and its bytes without the time of creation."""
+
+    def __init__(self, pages, data):
+        self.pages = pages
+        self.data = data
+
+    def summary(self):
+        digest = hashlib.sha256(self.data).hexdigest()
+        return f"{self.pages} pages {len(self.data)} {digest}"
 
 
 def png_chunks(data):
@@ -75,6 +90,31 @@ def decode_ppm(data):
     return Picture(int(width), int(height), rgb, 0)
 
 
+def decode_postscript(data):
+    size = re.search(rb"/Width (\d+)\s+/Height (\d+)\s", data)
+    pixels = re.search(rb">> image\r?\n([0-9A-F\r\n]*)> grestore showpage\r?\n$", data)
+    want(data.startswith(b"%!PS") and size and pixels, "no PostScript picture")
+    width, height = map(int, size.groups())
+    rgb = bytes.fromhex(pixels[1].decode())
+    want(len(rgb) == 3 * width * height, "wrong number of pixels")
+    return Picture(width, height, rgb, 0)
+
+
+def decode_pdf(data):
+    want(data.startswith(b"%PDF-1.3\n") and data.endswith(b"%%EOF\n"), "no PDF document")
+    masked, times = re.subn(rb"(/CreationDate \(D:)\d{14}\)", rb"\1" + 14 * b"0" + b")", data)
+    want(times == 1, "not one time of creation")
+    pages = data.count(b"/Type /Page\n")
+    images = list(re.finditer(rb"/Subtype /Image\n.*\n   /Width (\d+) /Height (\d+) .*\n"
+                              rb"   /Length (\d+)\n   /Filter /FlateDecode\n>>\nstream\n", data))
+    if pages != 1 or len(images) != 1:
+        return Document(pages, masked)
+    width, height, length = map(int, images[0].groups())
+    rgb = zlib.decompress(data[images[0].end():images[0].end() + length])
+    want(len(rgb) == 3 * width * height, "wrong number of pixels")
+    return Picture(width, height, rgb, 0)
+
+
 def ask(*command):
     """What an independent program says, or None where it is not installed."""
     if shutil.which(command[0]) is None:
@@ -89,6 +129,20 @@ def read(path):
     if path.suffix == ".ppm":
         picture = decode_ppm(data)
         ask("pamfile", str(path))
+        return picture
+    if path.suffix == ".ps":
+        picture = decode_postscript(data)
+        ask("gs", "-q", "-dBATCH", "-dNOPAUSE", "-dSAFER", "-sDEVICE=nullpage", str(path))
+        return picture
+    if path.suffix == ".pdf":
+        picture = decode_pdf(data)
+        ask("qpdf", "--check", str(path))
+        if isinstance(picture, Picture):
+            extracted = path.with_name(path.name + "-000.ppm")
+            if ask("pdfimages", str(path), str(path)) is not None:
+                ppm = decode_ppm(extracted.read_bytes())
+                extracted.unlink()
+                want(ppm.rgb == picture.rgb, "pdfimages sees other pixels")
         return picture
     picture = decode_png(data)
     ask("pngcheck", "-q", str(path))

@@ -2,8 +2,8 @@
  *
  * A world map with the places that time zones are named after: worldmap land.csv zones.csv out.png
  *
- * The projection is Equal Earth (B. Savric, T. Patterson and B. Jenny, 2018). The page is a palette
- * raster: the colours below have names, the others stand for the offsets from UTC.
+ * The page is a palette raster: the colours below have names, the others stand for the offsets from
+ * UTC.
  */
 #include <math.h>
 #include <stdio.h>
@@ -27,12 +27,9 @@ static const uint32_t offset_colours[] = {0x0D0887, 0x6A00A8, 0xB12A90,
                                           0xE16462, 0xFCA636, 0xF0F921};
 
 static void project(double longitude, double latitude, double *x, double *y) {
-  const double degree = 3.14159265358979323846 / 180, m = 0.866025403784438647;
-  const double a = 1.340264, b = -0.081106, c = 0.000893, d = 0.003796;
-  double t = asin(m * sin(latitude * degree)), tt = t * t, t6 = tt * tt * tt;
-  *x = CENTRE_X +
-       SCALE * longitude * degree * cos(t) / (m * (a + 3 * b * tt + t6 * (7 * c + 9 * d * tt)));
-  *y = CENTRE_Y - SCALE * t * (a + b * tt + t6 * (c + d * tt));
+  equal_earth(longitude, latitude, x, y);
+  *x = CENTRE_X + SCALE * *x;
+  *y = CENTRE_Y - SCALE * *y;
 }
 
 static void move_to(double longitude, double latitude, int code) {

@@ -80,11 +80,11 @@ void write_page_opening(PdfDocument *document) {
   write_line(document, line);
 }
 
-void write_procedure_sets(PdfDocument *document, bool has_pictures) {
+void write_procedure_sets(PdfDocument *document, bool has_images) {
   PdfLine line;
   add(&line, "/Resources << /ProcSet [/PDF");
   if (document->page_has_text) add(&line, " /Text");
-  if (has_pictures) add(&line, " /ImageC");
+  if (has_images) add(&line, " /ImageC");
   add(&line, "]\n");
   write_line(document, line);
 }
@@ -143,12 +143,12 @@ void write_contents(PdfDocument *document, int32_t end) {
 
 void write_page_object(PdfDocument *document) {
   const int32_t end = new_object(document, object_page);
-  const bool has_pictures =
-      document->images != document->earlier_images || document->forms != document->earlier_forms;
+  const bool has_images = document->images != document->earlier_images;
+  const bool has_forms = document->forms != document->earlier_forms;
   write_page_opening(document);
-  write_procedure_sets(document, has_pictures);
+  write_procedure_sets(document, has_images);
   if (document->page_has_text) write_font_list(document);
-  if (has_pictures) write_picture_list(document, end);
+  if (has_images || has_forms) write_picture_list(document, end);
   pdf_write_text(document, ">>\n");
   write_contents(document, end);
   pdf_write_text(document, ">>\nendobj\n");

@@ -18,6 +18,9 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 SHOWN = {".png"}  # what a browser shows; other files are linked
+PAGED = {".pdf", ".ps"}  # what Ghostscript makes previews of
+PREVIEW = ("gs", "-q", "-dBATCH", "-dNOPAUSE", "-dSAFER", "-sDEVICE=png16m", "-r96",
+           "-dTextAlphaBits=4", "-dGraphicsAlphaBits=4", "-sPAPERSIZE=a4")
 
 PAGE = """<!DOCTYPE html>
 <html lang="en">
@@ -76,10 +79,25 @@ def draw(programs, gallery, file, command):
         sys.exit(f"gallery: {file} was not written")
 
 
+def previews(gallery, file):
+    """Draws every page of a file and gives the names of the pictures."""
+    stem = f"{file}-page-"
+    done = subprocess.run([*PREVIEW, "-o", f"{stem}%02d.png", file], cwd=gallery)
+    names = sorted(path.name for path in gallery.glob(f"{stem}*.png"))
+    if done.returncode != 0 or not names:
+        sys.exit(f"gallery: {file} cannot be shown")
+    return names
+
+
 def figure(gallery, file, caption, source, command):
     name = html.escape(file)
-    if pathlib.Path(file).suffix in SHOWN:
-        picture = f'<a href="{name}"><img src="{name}" alt="{html.escape(caption)}"></a>'
+    suffix = pathlib.Path(file).suffix
+    if suffix in SHOWN | PAGED:
+        shown = previews(gallery, file) if suffix in PAGED else [file]
+        picture = "\n".join(f'<a href="{html.escape(link)}"><img src="{html.escape(link)}" '
+                            f'alt="{html.escape(caption)}"></a>' for link in shown)
+        if suffix in PAGED:
+            picture += f'\n<a href="{name}">{name}</a>'
     else:
         size = (gallery / file).stat().st_size
         picture = f'<a href="{name}">{name}</a> ({size:,} bytes)'

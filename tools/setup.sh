@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 # Installs the Debian packages that are missing, and says nothing if none is.
 #
-#   tools/setup.sh GROUP...     groups: build windows test tidy fuzz bench
+#   tools/setup.sh GROUP...     groups: build gallery windows test tidy fuzz bench
 #
 # Root or sudo is needed only when something is missing.
 set -u
@@ -11,6 +11,8 @@ packages_of() {
   case $1 in
     # The library, the examples and the gallery.
     build) echo cmake ninja-build g++ zlib1g-dev python3 ;;
+    # Pictures of the gallery's PDF and PostScript files.
+    gallery) echo ghostscript fonts-urw-base35 ;;
     # The DLL, and Wine with an invisible screen to run it.
     windows)
       echo g++-mingw-w64-x86-64-posix libz-mingw-w64-dev
