@@ -11,9 +11,6 @@ namespace {
 constexpr uint32_t after_clear = UINT32_MAX;   // in place of an old code
 constexpr uint32_t at_start = UINT32_MAX - 1;  // the same, and a clear code may follow
 constexpr uint32_t longest_code = 12;          // bits
-constexpr size_t piece = 8;                    // pixels of a string that are written at once
-
-static_assert(std::endian::native == std::endian::little, "pieces are stored as they stand");
 
 uint64_t load_word(const uint8_t *bytes) {
   uint64_t word = 0;
@@ -59,13 +56,7 @@ void forget_codes(GifDecoder *gif) {
 
 // The next code: the string of the one before, and the first pixel of this one behind it.
 void add_code(GifDecoder *gif, uint8_t pixel) {
-  const GifString &prefix = gif->strings[gif->old];
-  GifString *const added = &gif->strings[gif->next];
-  const uint32_t used = prefix.length % piece;  // of the last piece, 0 if that is full
-  added->tail = used == 0 ? pixel : prefix.tail | uint64_t{pixel} << (8 * used);
-  added->link = used == 0 ? static_cast<uint16_t>(gif->old) : prefix.link;
-  added->length = static_cast<uint16_t>(prefix.length + 1);
-  added->first = prefix.first;
+  gif->strings[gif->next] = longer_string(gif->strings[gif->old], gif->old, pixel);
   gif->next += 1;
   if (gif->next == gif->limit && gif->code_size < longest_code) {
     gif->code_size += 1;
@@ -73,29 +64,16 @@ void add_code(GifDecoder *gif, uint8_t pixel) {
   }
 }
 
-// Writes a string and up to 7 bytes of nothing behind it.
-uint8_t *put_string(const GifString *strings, const GifString *string, uint8_t *pixels) {
-  uint8_t *const end = pixels + string->length;
-  uint8_t *to = pixels + (string->length - 1U) / piece * piece;
-  std::memcpy(to, &string->tail, piece);
-  while (to != pixels) {
-    string = &strings[string->link];
-    to -= piece;
-    std::memcpy(to, &string->tail, piece);
-  }
-  return end;
-}
-
 // A code that stands for pixels, or should.
 uint8_t *take_code(GifDecoder *gif, uint32_t code, uint8_t *pixels) {
-  const bool prefixed = gif->old < gif_codes;
+  const bool prefixed = gif->old < lzw_codes;
   const bool known = prefixed ? code <= gif->next : code < gif->clear;
   if (!known) {
     gif->state = GifState::damaged;
     return pixels;
   }
-  const GifString *const strings = gif->strings;
-  if (prefixed && gif->next < gif_codes) {
+  const LzwString *const strings = gif->strings;
+  if (prefixed && gif->next < lzw_codes) {
     add_code(gif, strings[code == gif->next ? gif->old : code].first);
   }
   gif->old = code;
@@ -106,7 +84,7 @@ uint8_t *take_code(GifDecoder *gif, uint32_t code, uint8_t *pixels) {
 
 // Before any clear code all is as after one: a first pixel adds no code. But it need not be a
 // pixel.
-void start_gif(GifDecoder *gif, GifString *strings, const uint8_t *bytes, const uint8_t *end) {
+void start_gif(GifDecoder *gif, LzwString *strings, const uint8_t *bytes, const uint8_t *end) {
   *gif = {};
   gif->state = GifState::damaged;
   gif->file_end = end;
@@ -118,10 +96,8 @@ void start_gif(GifDecoder *gif, GifString *strings, const uint8_t *bytes, const 
   gif->state = GifState::more;
   gif->strings = strings;
   gif->clear = 1U << pixel_bits;
-  for (uint32_t i = 0; i < gif->clear; ++i) {
-    const auto pixel = static_cast<uint8_t>(i & 255);
-    strings[i] = {pixel, 0, 1, pixel};
-  }
+  for (uint32_t i = 0; i < gif->clear; ++i)
+    strings[i] = single_byte_string(static_cast<uint8_t>(i & 255));
   forget_codes(gif);
   gif->old = at_start;
 }

@@ -16,20 +16,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "imagein/lzw_strings.h"
+
 namespace quorix {
-
-inline constexpr size_t gif_codes = 4096;
-
-// One code's string of pixels, in pieces of 8. `tail` holds the last piece, which has 1 to 8
-// pixels, the first of them in the lowest byte; `link` is the code of the string without that
-// piece, and is used only where one remains. So a string is written back to front, 8 pixels a step,
-// and a new code is a copy of its prefix with one more byte.
-struct GifString {
-  uint64_t tail;
-  uint16_t link;
-  uint16_t length;
-  uint8_t first;
-};
 
 enum class GifState : uint8_t {
   more,     // codes follow
@@ -46,21 +35,18 @@ struct GifDecoder {
   uint32_t bit_count;
   uint32_t code_size;
   uint32_t clear;  // the clear code; the end code is the next
-  uint32_t next;   // the next new code, gif_codes where there is no room for more
+  uint32_t next;   // the next new code, lzw_codes where there is no room for more
   uint32_t limit;  // the value of `next` at which codes become one bit longer
   uint32_t old;    // the code before, or none of them after a clear code
-  GifString *strings;
+  LzwString *strings;
 };
 
-// The longest string, plus what the writing of whole pieces spills behind it.
-inline constexpr size_t gif_spill = gif_codes + 8;
-
-// Starts at the byte with the minimum code size; `strings` has room for gif_codes. A size other
+// Starts at the byte with the minimum code size; `strings` has room for lzw_codes. A size other
 // than 2 to 11 leaves a state of damage.
-void start_gif(GifDecoder *gif, GifString *strings, const uint8_t *bytes, const uint8_t *end);
+void start_gif(GifDecoder *gif, LzwString *strings, const uint8_t *bytes, const uint8_t *end);
 
 // Decodes until at least `wanted` pixels are there or the state changes; returns how many. `pixels`
-// has room for wanted + gif_spill. Values from 256 on, which sizes above 8 allow, lose their high
+// has room for wanted + lzw_spill. Values from 256 on, which sizes above 8 allow, lose their high
 // bits.
 size_t decode_gif(GifDecoder *gif, uint8_t *pixels, size_t wanted);
 

@@ -14,6 +14,7 @@
 
 #include "imagein/gif_lzw.h"
 #include "imagein/imagein.h"
+#include "imagein/samples.h"
 #include "imagein/whole_file.h"
 #include "quorix/imagein.h"
 
@@ -32,7 +33,7 @@ struct GifImage {
   int32_t width, height;
   bool interlaced;
   bool has_colours;
-  uint32_t colours[256];  // blue << 16 | green << 8 | red
+  uint32_t colours[256];
 };
 
 // ---- header
@@ -44,7 +45,7 @@ void read_colours(ByteSource *bytes, uint8_t flags, GifImage *image) {
   for (size_t i = 0; i < entries; ++i) {
     uint8_t rgb[rgb_bytes];
     read_bytes(bytes, rgb, sizeof rgb);
-    image->colours[i] = uint32_t{rgb[2]} << 16 | uint32_t{rgb[1]} << 8 | rgb[0];
+    image->colours[i] = colour_word(rgb[0], rgb[1], rgb[2]);
   }
 }
 
@@ -95,12 +96,6 @@ void next_row(RowOrder *order, int32_t height) {
   }
 }
 
-// Writes one byte behind the last pixel.
-void colour_row(const uint32_t *colours, const uint8_t *indices, size_t width, uint8_t *rgb) {
-  for (size_t i = 0; i < width; ++i)
-    std::memcpy(rgb + rgb_bytes * i, &colours[indices[i]], sizeof(uint32_t));
-}
-
 struct GifRows {
   const GifImage *image;
   RowSink *sink;
@@ -115,7 +110,7 @@ size_t send_rows(GifRows *rows, const uint8_t *indices, size_t count) {
   size_t sent = 0;
   for (; count - sent >= width; sent += width) {
     if (rows->order.row >= rows->image->height) continue;
-    colour_row(rows->image->colours, indices + sent, width, rows->rgb);
+    put_colours(rows->image->colours, indices + sent, width, rows->rgb);
     put_row(rows->sink, rows->rgb, nullptr, 0, rows->order.row, rows->image->width);
     next_row(&rows->order, rows->image->height);
   }
@@ -143,14 +138,14 @@ bool ends_well(const uint8_t *at, const uint8_t *end) {
 }
 
 struct GifBuffers {
-  OwnedArray<GifString> strings;
+  OwnedArray<LzwString> strings;
   OwnedArray<uint8_t> indices;
   OwnedArray<uint8_t> rgb;
 };
 
 bool get_buffers(size_t width, size_t group, GifBuffers *buffers) {
-  buffers->strings = allocate_array<GifString>(gif_codes);
-  buffers->indices = allocate_array<uint8_t>(width + group + gif_spill);
+  buffers->strings = allocate_array<LzwString>(lzw_codes);
+  buffers->indices = allocate_array<uint8_t>(width + group + lzw_spill);
   buffers->rgb = allocate_array<uint8_t>(width * rgb_bytes + 1);
   return buffers->strings != nullptr && buffers->indices != nullptr && buffers->rgb != nullptr;
 }

@@ -1,28 +1,19 @@
 // SPDX-License-Identifier: MIT
 //
 // One path per size of pixel. Grey of up to 8 bits and indices go through one table of 256 colours.
-// Colours are written as words of four bytes whose last the next pixel overwrites, so there is room
-// for one byte more.
 #include "imagein/png_rows.h"
 
 #include <algorithm>
 #include <cstring>
 
 #include "imagein/imagein.h"
+#include "imagein/samples.h"
 
 namespace quorix {
 
 namespace {
 
 constexpr size_t row_slack = 16;
-
-void put_pixel(uint8_t *rgb, size_t i, uint32_t colour) {
-  std::memcpy(rgb + rgb_bytes * i, &colour, sizeof colour);
-}
-
-uint32_t grey_word(uint32_t grey) {
-  return grey * 0x010101U;
-}
 
 // ---- tables
 
@@ -43,7 +34,7 @@ void fill_palette_colours(const PngHeader &header, PngRows *rows) {
     const uint8_t *const rgb = header.palette + 3 * index;
     const bool known = index < header.transparency_bytes;
     const uint32_t alpha = known ? header.transparency[index] : 255;
-    rows->colours[i] = alpha << 24 | uint32_t{rgb[2]} << 16 | uint32_t{rgb[1]} << 8 | rgb[0];
+    rows->colours[i] = alpha << 24 | colour_word(rgb[0], rgb[1], rgb[2]);
   }
   if (rows->first_bad_index == 0) {
     for (uint32_t &colour : rows->colours)
@@ -53,32 +44,11 @@ void fill_palette_colours(const PngHeader &header, PngRows *rows) {
 
 // ---- grey of up to 8 bits, and indices
 
-template <int depth>
-void unpack_samples(const uint8_t *row, size_t width, uint8_t *samples) {
-  constexpr size_t per_byte = 8 / depth;
-  const size_t bytes = (width + per_byte - 1) / per_byte;
-  for (size_t i = 0; i < bytes; ++i) {
-    for (size_t k = 0; k < per_byte; ++k)
-      *samples++ = static_cast<uint8_t>(row[i] >> (8 - depth * (k + 1)) & ((1 << depth) - 1));
-  }
-}
-
 // One sample a byte.
 const uint8_t *whole_samples(PngRows *rows, const uint8_t *row, size_t width) {
-  uint8_t *const samples = rows->samples.get();
-  switch (rows->header->depth) {
-    case 1:
-      unpack_samples<1>(row, width, samples);
-      return samples;
-    case 2:
-      unpack_samples<2>(row, width, samples);
-      return samples;
-    case 4:
-      unpack_samples<4>(row, width, samples);
-      return samples;
-    default:
-      return row;
-  }
+  if (rows->header->depth == 8) return row;
+  unpack_samples(row, rows->header->depth, width, rows->samples.get());
+  return rows->samples.get();
 }
 
 void note_bad_indices(PngRows *rows, const uint8_t *samples, size_t width) {
@@ -97,8 +67,7 @@ void convert_transparent_bits(PngRows *rows, const uint8_t *samples, size_t widt
     rows->alpha[i] = static_cast<uint8_t>(colour >> 24);
   }
   const size_t start = rows->header->colour == PngColour::grey ? alphas : 0;
-  for (size_t i = 0; i < width; ++i)
-    put_pixel(rows->rgb.get(), start + i, rows->colours[samples[i]]);
+  put_colours(rows->colours, samples, width, rows->rgb.get() + rgb_bytes * start);
 }
 
 void convert_samples(PngRows *rows, const uint8_t *row, size_t width) {
@@ -108,8 +77,7 @@ void convert_samples(PngRows *rows, const uint8_t *row, size_t width) {
   uint8_t *const alpha = rows->alpha.get();
   if (alpha != nullptr && rows->header->depth == 1)
     return convert_transparent_bits(rows, samples, width);
-  for (size_t i = 0; i < width; ++i)
-    put_pixel(rgb, i, rows->colours[samples[i]]);
+  put_colours(rows->colours, samples, width, rgb);
   if (alpha == nullptr) return;
   for (size_t i = 0; i < width; ++i)
     alpha[i] = static_cast<uint8_t>(rows->colours[samples[i]] >> 24);
@@ -120,7 +88,7 @@ void convert_samples(PngRows *rows, const uint8_t *row, size_t width) {
 void convert_grey_16(PngRows *rows, const uint8_t *row, size_t width) {
   const uint8_t *const transparent = rows->header->transparency;
   for (size_t i = 0; i < width; ++i) {
-    put_pixel(rows->rgb.get(), i, grey_word(row[2 * i]));
+    put_colour(rows->rgb.get(), i, grey_word(row[2 * i]));
     if (rows->alpha == nullptr) continue;
     rows->alpha[i] = std::memcmp(row + 2 * i, transparent, 2) == 0 ? 0 : 255;
   }
@@ -149,7 +117,7 @@ void convert_grey_alpha(PngRows *rows, const uint8_t *row, size_t width) {
   uint8_t *const rgb = rows->rgb.get();
   uint8_t *const alpha = rows->alpha.get();
   for (size_t i = 0; i < width; ++i, row += 2 * size) {
-    put_pixel(rgb, i, grey_word(row[0]));
+    put_colour(rgb, i, grey_word(row[0]));
     alpha[i] = row[size];
   }
 }
@@ -159,7 +127,7 @@ void convert_rgb_alpha(PngRows *rows, const uint8_t *row, size_t width) {
   uint8_t *const rgb = rows->rgb.get();
   uint8_t *const alpha = rows->alpha.get();
   for (size_t i = 0; i < width; ++i, row += 4 * size) {
-    put_pixel(rgb, i, uint32_t{row[2 * size]} << 16 | uint32_t{row[size]} << 8 | row[0]);
+    put_colour(rgb, i, colour_word(row[0], row[size], row[2 * size]));
     alpha[i] = row[3 * size];
   }
 }

@@ -114,6 +114,41 @@ QUORIX_API int32_t qqpipng(const char *file, const int32_t *device, const void *
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
 
+/* Reads a TIFF picture (TIFF 6.0, the first directory of the file): strips or tiles, uncompressed, LZW
+ * or PackBits; grey of 1, 2, 4 or 8 bits or 32-bit floats (scaled between their extremes), RGB of 2,
+ * 4, 8 or 16 bits, palettes of 2, 4 or 8 bits; both byte orders. Other depths give black pixels.
+ *
+ * Some of its ways are its own. Where white is 0 only black and white are exchanged, greys stay.
+ * RGB of 16 bits shows the first byte of each sample, whatever the byte order. Differences
+ * (predictor 2) run through a whole strip or tile. Uncompressed data that the file does not have are
+ * left out without an error.
+ *
+ * Arguments as for qqpigif.
+ *
+ * status         0 done; -1, -2 and -9 as for qqpigif; -3 damaged: the directory does not lie within
+ *                the file, strips or tiles have no sizes, or far more bytes than the file; -5 done, but
+ *                some index of 2 or 4 bits is outside the palette and counts as index 0 (not told for
+ *                tiles); -11 something that this reader does not support; -12 damaged compressed
+ *                data */
+QUORIX_API int32_t qqpitif(const char *file, const int32_t *device, const void *unused,
+                           const int32_t *device_width, const int32_t *device_height,
+                           const int32_t *x, const int32_t *y, int32_t *status);
+
+/* Reads a TIFF file of five values of 16 bits per pixel, uncompressed in strips, into an array.
+ *
+ * file           name of the file
+ * array          at least `size` elements; not touched for size 0, and may be null then
+ * size           elements of the array; 0: only count them
+ * channel        0: all values, as five planes one behind another; 1 to 5: that value of each pixel;
+ *                -1: three bytes per pixel, the high bytes of values 3, 2 and 1
+ * status         the elements needed or stored, at least 0: with M the bytes of the longest of S
+ *                strips M * S / 2 for channel 0, M * S / 10 for 1 to 5, and (M * S * 3 / 10 + 1) / 2
+ *                for -1. What no strip fills is 0.
+ *                -1 the file cannot be opened; -2 no memory; -3 no TIFF file, or a damaged one; -11
+ *                something that this reader does not support; -12 the array is too small */
+QUORIX_API int32_t qqpltif(const char *file, uint16_t *array, const int32_t *size,
+                           const int32_t *channel, int32_t *status);
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "imagein/tiff_blocks.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "imagein/tiff_unpack.h"
+
+namespace quorix {
+
+namespace {
+
+// Read ahead, and handed over at a time, or one row if that is longer.
+constexpr size_t piece_bytes = 131072;
+
+// Times that a byte of the file may be used. One is enough for files that are well made, but some
+// programs let strips that are alike share their bytes.
+constexpr uint64_t most_uses = 4;
+
+struct Block {
+  int64_t x, y;    // in the picture
+  uint64_t bytes;  // when it is unpacked
+  uint64_t offset;
+  size_t stored;  // bytes of it in the file
+};
+
+// The last strip has the rows that remain. Tiles are whole, whatever they hang over.
+Block block_at(const TiffBlocks &blocks, size_t index) {
+  const TiffFile &tiff = *blocks.tiff;
+  const int64_t across = (tiff.width - 1) / tiff.block_width + 1;
+  const auto number = static_cast<int64_t>(index);
+  Block block;
+  block.x = number % across * tiff.block_width;
+  block.y = number / across * tiff.block_rows;
+  const int64_t left = tiff.height - block.y;
+  const int64_t rows = tiff.tiled ? tiff.block_rows : std::min(left, tiff.block_rows);
+  if (__builtin_mul_overflow(static_cast<uint64_t>(rows), blocks.row_bytes, &block.bytes))
+    block.bytes = UINT64_MAX;
+  block.offset = tiff.offsets[index];
+  block.stored = block_bytes(tiff, *blocks.window.source, index);
+  return block;
+}
+
+void hand_over(const TiffBlocks &blocks, const Block &block, uint64_t first_row,
+               const uint8_t *bytes, size_t count, TakeTiffRow take, void *context) {
+  TiffRow row = {bytes, 0, block.x, block.y + static_cast<int64_t>(first_row)};
+  for (; count != 0; count -= row.count, row.bytes += row.count, row.y += 1) {
+    row.count = static_cast<size_t>(std::min<uint64_t>(count, blocks.row_bytes));
+    take(context, row);
+  }
+}
+
+// ---- uncompressed
+
+int32_t take_raw(TiffBlocks *blocks, const Block &block, TakeTiffRow take, void *context) {
+  const uint64_t bytes = std::min<uint64_t>(block.stored, block.bytes);
+  const uint64_t rows = std::max<uint64_t>(piece_bytes / blocks->row_bytes, 1);
+  uint64_t piece = 0;
+  if (__builtin_mul_overflow(rows, blocks->row_bytes, &piece)) piece = UINT64_MAX;
+  for (uint64_t done = 0; done < bytes;) {
+    const auto wanted = static_cast<size_t>(std::min(bytes - done, piece));
+    size_t count = wanted;
+    const uint8_t *const at = window_bytes(&blocks->window, block.offset + done, &count);
+    if (at == nullptr) return reader_no_memory;
+    hand_over(*blocks, block, done / blocks->row_bytes, at, count, take, context);
+    if (count < wanted) break;
+    done += count;
+  }
+  return reader_done;
+}
+
+// ---- unpacked into memory
+
+bool can_fill(const TiffFile &tiff, const Block &block) {
+  if (tiff.compression == tiff_lzw) return lzw_can_fill(block.stored, block.bytes);
+  if (tiff.compression == tiff_packbits) return packbits_can_fill(block.stored, block.bytes);
+  return true;
+}
+
+// Room for all that is going to be unpacked.
+bool get_room(TiffBlocks *blocks, size_t bytes) {
+  if (blocks->tiff->compression == tiff_lzw && blocks->strings == nullptr) {
+    blocks->strings = allocate_array<LzwString>(lzw_codes);
+    if (blocks->strings == nullptr) return false;
+  }
+  if (blocks->unpacked != nullptr && bytes <= blocks->unpacked_room) return true;
+  blocks->unpacked.reset();
+  if (bytes > SIZE_MAX - lzw_spill) return false;
+  blocks->unpacked = allocate_array<uint8_t>(bytes + lzw_spill);
+  blocks->unpacked_room = bytes;
+  return blocks->unpacked != nullptr;
+}
+
+// Kept: differences run through the whole strip or tile, not only through a row.
+void add_up(uint8_t *bytes, size_t count, size_t step) {
+  for (size_t i = step; i < count; ++i)
+    bytes[i] = static_cast<uint8_t>((bytes[i] + bytes[i - step]) & 255);
+}
+
+// Unpacks `*count` bytes, which become those that were there where nothing is compressed.
+Unpacked unpack(TiffBlocks *blocks, const uint8_t *stored, size_t stored_count, size_t *count) {
+  uint8_t *const target = blocks->unpacked.get();
+  switch (blocks->tiff->compression) {
+    case tiff_lzw:
+      return unpack_lzw(stored, stored_count, blocks->strings.get(), target, *count);
+    case tiff_packbits:
+      return unpack_packbits(stored, stored_count, target, *count);
+    default:
+      *count = std::min(*count, stored_count);
+      std::memcpy(target, stored, *count);
+      return Unpacked::whole;
+  }
+}
+
+int32_t take_unpacked(TiffBlocks *blocks, const Block &block, TakeTiffRow take, void *context) {
+  const TiffFile &tiff = *blocks->tiff;
+  if (!can_fill(tiff, block)) return tiff_corrupt;
+  const bool raw = tiff.compression == tiff_raw;
+  auto bytes =
+      static_cast<size_t>(raw ? std::min<uint64_t>(block.stored, block.bytes) : block.bytes);
+  if (!get_room(blocks, bytes)) return reader_no_memory;
+  size_t stored_count = raw ? bytes : block.stored;
+  const uint8_t *const stored = window_bytes(&blocks->window, block.offset, &stored_count);
+  if (stored == nullptr) return reader_no_memory;
+  const Unpacked result = unpack(blocks, stored, stored_count, &bytes);
+  if (result == Unpacked::corrupt) return tiff_corrupt;
+  if (tiff.adds_up) add_up(blocks->unpacked.get(), bytes, tiff.photometric == tiff_rgb ? 3 : 1);
+  hand_over(*blocks, block, 0, blocks->unpacked.get(), bytes, take, context);
+  blocks->overfull = blocks->overfull || result == Unpacked::overfull;
+  return reader_done;
+}
+
+}  // namespace
+
+// What is not read ahead is read exactly, so that jumping about does not read more than is used.
+const uint8_t *window_bytes(TiffWindow *window, uint64_t offset, size_t *count) {
+  static constexpr uint8_t nothing = 0;
+  if (*count == 0) return &nothing;
+  const bool in_window = offset >= window->start && *count <= window->count &&
+                         offset - window->start <= window->count - *count;
+  window->ahead = offset == window->behind ? std::min(2 * window->ahead + 1024, piece_bytes) : 0;
+  window->behind = offset + *count;
+  if (in_window) return window->bytes.get() + (offset - window->start);
+  const size_t wanted = std::max(*count, window->ahead);
+  if (window->bytes == nullptr || wanted > window->room) {
+    window->room = std::max(wanted, piece_bytes);
+    window->bytes = allocate_array<uint8_t>(window->room);
+    window->count = 0;
+    if (window->bytes == nullptr) return nullptr;
+  }
+  seek_source(window->source, offset);
+  window->start = offset;
+  window->count = read_available(window->source, window->bytes.get(), wanted);
+  *count = std::min(*count, window->count);
+  return window->bytes.get();
+}
+
+size_t block_bytes(const TiffFile &tiff, const ByteSource &source, size_t index) {
+  const uint64_t offset = tiff.offsets[index];
+  if (offset >= source.size) return 0;
+  return static_cast<size_t>(std::min<uint64_t>(tiff.sizes[index], source.size - offset));
+}
+
+void open_blocks(const TiffFile &tiff, ByteSource *source, TiffBlocks *blocks) {
+  *blocks = {};
+  blocks->tiff = &tiff;
+  blocks->window.source = source;
+  blocks->row_bytes = tiff_bytes(tiff, tiff.block_width);
+}
+
+bool blocks_fit(const TiffBlocks &blocks) {
+  const TiffFile &tiff = *blocks.tiff;
+  uint64_t bytes = 0;
+  for (size_t i = 0; i < tiff.blocks; ++i) {
+    const Block block = block_at(blocks, i);
+    if (block.y >= tiff.height) break;
+    const bool raw = tiff.compression == tiff_raw;
+    bytes += raw ? std::min<uint64_t>(block.stored, block.bytes) : block.stored;
+  }
+  return bytes / most_uses <= blocks.window.source->size;
+}
+
+int32_t take_rows(TiffBlocks *blocks, TakeTiffRow take, void *context) {
+  const TiffFile &tiff = *blocks->tiff;
+  const bool as_it_stands = tiff.compression == tiff_raw && !tiff.adds_up;
+  for (size_t i = 0; i < tiff.blocks; ++i) {
+    const Block block = block_at(*blocks, i);
+    if (block.y >= tiff.height) break;
+    const int32_t status = as_it_stands ? take_raw(blocks, block, take, context)
+                                        : take_unpacked(blocks, block, take, context);
+    if (status != reader_done) return status;
+  }
+  return blocks->overfull ? int32_t{tiff_corrupt} : int32_t{reader_done};
+}
+
+}  // namespace quorix
