@@ -119,22 +119,24 @@ size_t send_rows(GifRows *rows, const uint8_t *indices, size_t count) {
 
 // ---- image
 
-// What follows the last code: nothing more than empty space in sub-blocks, then perhaps an
-// extension in place of the empty sub-block, and the end of that. Nothing behind it is read.
-bool ends_well(const uint8_t *at, const uint8_t *end) {
-  bool in_extension = false;
+// Passes over sub-blocks and the empty one behind them. Null if the file ends before that.
+const uint8_t *behind_blocks(const uint8_t *at, const uint8_t *end) {
   while (at != end) {
     const size_t length = *at++;
-    if (length == 0 && !in_extension) return true;
-    if (length == 0) return at != end && *at == 0;
-    if (length == extension_mark && !in_extension) {
-      in_extension = true;
-      if (at != end) ++at;  // its label
-    } else {
-      at += std::min(length, static_cast<size_t>(end - at));
-    }
+    if (length == 0) return at;
+    at += std::min(length, static_cast<size_t>(end - at));
   }
-  return false;
+  return nullptr;
+}
+
+// What follows the sub-block of the last code: more of them, as encoders flush what they have left,
+// and an empty one. Or, where that is missing, an extension with an empty sub-block in its place.
+// Nothing behind it is read.
+bool ends_well(const uint8_t *at, const uint8_t *end) {
+  if (behind_blocks(at, end) != nullptr) return true;
+  const bool extended = end - at >= 2 && *at == extension_mark;
+  const uint8_t *const behind = extended ? behind_blocks(at + 2, end) : nullptr;
+  return behind != nullptr && behind != end && *behind == 0;
 }
 
 struct GifBuffers {

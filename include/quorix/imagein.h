@@ -82,17 +82,8 @@ QUORIX_API int32_t qqpibmp(const char *file, const int32_t *device, const void *
  * A held picture has the size of the file's screen, with the image in its upper left corner, cut
  * there, and black around it. What is shown is the image alone, its corner at (x, y).
  *
- * file           name of the file
- * device         0: hold the picture in memory; else the number of the device to show it on
- * unused         not read, may be null
- * device_width, device_height
- *                size of that device in pixels, at which the picture is cut
- * x, y           where on the device the upper left corner comes, any value; not read for device 0
- * status         0 done; -1 the file cannot be opened, or there is no drawing record yet to show it
- *                on; -2 no memory; -3 damaged: no image or an empty one, no colour table, a code that
- *                cannot be, or an end before the end code or before the image's last sub-block; -9
- *                there is no such device in this library. Rows decoded before a failure are shown,
- *                but none is held */
+ * status  as above. -3: no image or an empty one, no colour table, a code that cannot be, or an end
+ *         of the file before the end code or the image's last sub-block */
 QUORIX_API int32_t qqpigif(const char *file, const int32_t *device, const void *unused,
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
@@ -105,11 +96,9 @@ QUORIX_API int32_t qqpigif(const char *file, const int32_t *device, const void *
  *
  * A file that ends early gives the rows it has, and status 0.
  *
- * Arguments as for qqpigif.
- *
- * status         0 done; -1, -2 and -9 as for qqpigif; -3 no PNG file, or the decompressor cannot be
- *                started; -4 the compressed data are damaged; -5 done, but some pixel's index is
- *                outside the palette, and counts as index 0; -6 the decompressor failed at its end */
+ * status  as above. -3: no PNG file, or the decompressor cannot be started. -4: the compressed data
+ *         are damaged. -5: done, but some pixel's index is outside the palette, and counts as index
+ *         0. -6: the decompressor failed at its end */
 QUORIX_API int32_t qqpipng(const char *file, const int32_t *device, const void *unused,
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
@@ -123,13 +112,10 @@ QUORIX_API int32_t qqpipng(const char *file, const int32_t *device, const void *
  * (predictor 2) run through a whole strip or tile. Uncompressed data that the file does not have are
  * left out without an error.
  *
- * Arguments as for qqpigif.
- *
- * status         0 done; -1, -2 and -9 as for qqpigif; -3 damaged: the directory does not lie within
- *                the file, strips or tiles have no sizes, or far more bytes than the file; -5 done, but
- *                some index of 2 or 4 bits is outside the palette and counts as index 0 (not told for
- *                tiles); -11 something that this reader does not support; -12 damaged compressed
- *                data */
+ * status  as above. -3: the directory does not lie within the file, strips or tiles have no sizes, or
+ *         have far more bytes than the file. -5: done, but some index of 2 or 4 bits is outside the
+ *         palette and counts as index 0 (not told for tiles). -11: the file asks for something that
+ *         this reader does not support. -12: the compressed data are damaged */
 QUORIX_API int32_t qqpitif(const char *file, const int32_t *device, const void *unused,
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
