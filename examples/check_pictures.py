@@ -10,6 +10,7 @@ pixels, SHA-256 of its colours; and for each PDF document of more than a picture
 pages, length, SHA-256 of its bytes with the time of creation masked. The sums were taken after
 somebody had looked at the pictures; --print prints lines to put there.
 """
+import os
 import pathlib
 import shlex
 import shutil
@@ -55,7 +56,9 @@ def main():
     command, files = entries_of(file)
     # Forward slashes do on every system.
     words = [word.replace("{data}", (HERE / "data").as_posix()) for word in shlex.split(command)]
-    status = subprocess.run(program + words[1:], cwd=folder).returncode
+    # The bitmap fonts are those of the sources.
+    environment = dict(os.environ, QUORIX=HERE.parent.as_posix())
+    status = subprocess.run(program + words[1:], cwd=folder, env=environment).returncode
     if status != 0:
         sys.exit(f"{command}: exit status {status}")
     failed = 0

@@ -71,7 +71,9 @@ def draw(programs, gallery, file, command):
     if command:
         words = shlex.split(command.replace("{data}", str(ROOT / "examples" / "data")))
         program = programs / words[0]
-        status = subprocess.run([program, *words[1:]], cwd=gallery).returncode
+        # The bitmap fonts are those of the sources.
+        environment = dict(os.environ, QUORIX=str(ROOT))
+        status = subprocess.run([program, *words[1:]], cwd=gallery, env=environment).returncode
         if status != 0:
             sys.exit(f"gallery: {command}: exit status {status}")
     written = gallery / file

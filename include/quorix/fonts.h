@@ -106,8 +106,8 @@ QUORIX_API int32_t qqttf1(const char *filename, uint8_t swap_bytes, int32_t *sta
  *                damaged (of several components, the last one's status)
  *
  * The way to go is one call with max_points 0, and one with arrays of the size that it gave. A
- * blank, as the space is, has no points and no contours. Inner contours run the other way round, so
- * all contours of a character are filled together. */
+ * blank, as the space is, has no points and no contours. Outer contours run clockwise and holes the
+ * other way round. Widths of characters are not told. */
 QUORIX_API int32_t qqttf2(int32_t code, double *x, double *y, int32_t max_points,
                           int32_t *point_count, int32_t *contour_sizes, int32_t max_contours,
                           int32_t *contour_count, int32_t size, int32_t *status);
