@@ -7,7 +7,8 @@
 FILE is the first field of the line, FOLDER is where to work, PROGRAM is the example with whatever
 runs it before. golden.txt holds a line for each picture: name, width, height, number of transparent
 pixels, SHA-256 of its colours; and for each PDF document of more than a picture: name, number of
-pages, length, SHA-256 of its bytes with the time of creation masked. The sums were taken after
+pages, length, SHA-256 of its bytes with the time of creation masked; and for each mesh: name,
+number of vertices and of polygons, SHA-256 of its lines. The sums were taken after
 somebody had looked at the pictures; --print prints lines to put there.
 """
 import os

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Pictures as the library writes them, decoded without it: PNG files with 8-bit samples and no
 row filters, binary PPM files, PostScript programs, and PDF documents of one picture. Other PDF
-documents count as they are, but for the time when they were made. Where pngcheck, netpbm, qpdf,
+documents count as they are, but for the time when they were made, and meshes in PLY files by their
+lines, however these end. Where pngcheck, netpbm, qpdf,
 poppler and Ghostscript are installed, they must agree."""
 import hashlib
 import re
@@ -40,6 +41,50 @@ class Document:
     def summary(self):
         digest = hashlib.sha256(self.data).hexdigest()
         return f"{self.pages} pages {len(self.data)} {digest}"
+
+
+class Mesh:
+    """Number of vertices and polygons, and the lines of the file."""
+
+    def __init__(self, vertices, polygons, text):
+        self.vertices, self.polygons, self.text = vertices, polygons, text
+
+    def summary(self):
+        digest = hashlib.sha256(self.text.encode()).hexdigest()
+        return f"{self.vertices} vertices {self.polygons} polygons {digest}"
+
+
+PLY_HEADER = re.compile(r"""ply
+format ascii 1\.0
+(?:comment .*
+)*element vertex (\d+)
+property float x
+property float y
+property float z
+property uchar red
+property uchar green
+property uchar blue
+element face (\d+)
+property list uchar int vertex_indices
+end_header
+""")
+
+
+def decode_ply(data):
+    text = data.decode("ascii").replace("\r\n", "\n")
+    header = PLY_HEADER.match(text)
+    want(header and text.endswith("\n"), "not a mesh of coloured vertices")
+    vertices, polygons = int(header[1]), int(header[2])
+    lines = text[header.end():-1].split("\n")
+    want(len(lines) == vertices + polygons, "wrong number of lines")
+    for line in lines[:vertices]:
+        numbers = re.fullmatch(r"(-?\d+\.\d{6} ){3}(\d+) (\d+) (\d+)", line)
+        want(numbers and all(int(c) <= 255 for c in numbers.groups()[1:]), f"vertex {line}")
+    for line in lines[vertices:]:
+        count, *corners = (int(word) for word in line.split(" "))
+        want(len(corners) == count, f"polygon {line}")
+        want(all(0 <= corner < vertices for corner in corners), f"polygon {line}")
+    return Mesh(vertices, polygons, text)
 
 
 def png_chunks(data):
@@ -130,6 +175,8 @@ def read(path):
         picture = decode_ppm(data)
         ask("pamfile", str(path))
         return picture
+    if path.suffix == ".ply":
+        return decode_ply(data)
     if path.suffix == ".ps":
         picture = decode_postscript(data)
         ask("gs", "-q", "-dBATCH", "-dNOPAUSE", "-dSAFER", "-sDEVICE=nullpage", str(path))

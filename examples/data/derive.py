@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Makes the CSV files of this folder from Debian packages, as README.md tells.
+"""Makes the data files of this folder from Debian packages, as README.md tells.
 
     derive.py FOLDER    FOLDER holds the unpacked packages (`dpkg-deb -x PACKAGE.deb FOLDER`)
 
@@ -163,9 +163,39 @@ def degrees(text):
     return -value if text[0] == "-" else value
 
 
+def fits_card(keyword, value, comment):
+    if isinstance(value, bool):
+        value = "FT"[value]
+    elif isinstance(value, str):
+        value = f"'{value:8}'".ljust(20)
+    return f"{keyword:8}= {value:>20} / {comment}".ljust(80)
+
+
+def m51(root):
+    """The image as it stands there, its own header replaced by one of FITS that tells the same.
+    Comments fill it up to a block of 36 lines."""
+    data = (root / "usr/lib/iraf/dev/pix.pix").read_bytes()
+    size, columns, rows = 2048, 512, 512
+    assert data[:6] == b"impv2c" and len(data) == size + 2 * columns * rows
+    cards = [fits_card("SIMPLE", True, "file conforms to FITS standard"),
+             fits_card("BITPIX", 16, "bits per pixel"), fits_card("NAXIS", 2, "number of axes"),
+             fits_card("NAXIS1", columns, "pixels of a row"),
+             fits_card("NAXIS2", rows, "rows, from the bottom"),
+             fits_card("OBJECT", "M51", "Whirlpool galaxy"),
+             fits_card("OBSERVAT", "KPNO", "Kitt Peak National Observatory"),
+             fits_card("DATE-OBS", "1987-04-05", "UT, of the start"),
+             fits_card("EXPTIME", 600.0, "s"), fits_card("FILTER", "B", "blue light"),
+             fits_card("BUNIT", "count", "")]
+    cards += ["COMMENT".ljust(80)] * (35 - len(cards)) + ["END".ljust(80)]
+    pixels = data[size:]
+    file = "".join(cards).encode() + pixels + bytes(-len(pixels) % 2880)
+    (HERE / "m51.fits").write_bytes(file)
+    print("m51.fits", len(file))
+
+
 def main():
     root = pathlib.Path(sys.argv[1])
-    for make in (co2, sunspots, el_nino, penguins, michelson, elevation, geoid, land, zones):
+    for make in (co2, sunspots, el_nino, penguins, michelson, elevation, geoid, land, zones, m51):
         make(root)
 
 
