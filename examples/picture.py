@@ -147,7 +147,7 @@ def decode_postscript(data):
 
 def decode_pdf(data):
     want(data.startswith(b"%PDF-1.3\n") and data.endswith(b"%%EOF\n"), "no PDF document")
-    masked, times = re.subn(rb"(/CreationDate \(D:)\d{14}\)", rb"\1" + 14 * b"0" + b")", data)
+    masked, times = re.subn(rb"(/CreationDate \(D:)\d{14}\)", rb"\g<1>" + 14 * b"0" + b")", data)
     want(times == 1, "not one time of creation")
     pages = data.count(b"/Type /Page\n")
     images = list(re.finditer(rb"/Subtype /Image\n.*\n   /Width (\d+) /Height (\d+) .*\n"
