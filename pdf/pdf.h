@@ -24,8 +24,6 @@ namespace quorix {
 
 enum PdfStatus : int32_t { pdf_done = 0, pdf_no_file = -1, pdf_no_memory = -2 };
 
-inline constexpr uint64_t count_to_terminator = UINT64_MAX;
-
 // ---- output.cpp: where the document goes
 
 inline constexpr size_t pdf_block_size = 65536;
@@ -43,7 +41,7 @@ struct PdfOutput {
   uint8_t block[pdf_block_size];
 };
 
-// Readies the output for a new document; a null name means memory. What was in use is closed.
+// Readies the output for a new document; what was in use is closed. `file` is not read for memory.
 PdfStatus open_output(PdfOutput *output, const char *file, bool to_memory);
 void close_output(PdfOutput *output);
 void put_output(PdfOutput *output, const void *data, size_t count);

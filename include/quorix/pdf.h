@@ -13,9 +13,9 @@
  * each. No result of a write is looked at: a full disk leaves a short file without a word. Without
  * memory for its buffers a document is written all the same, uncompressed.
  *
- * Colours, pens and clip rectangles do not outlive a page, nor an image or a form that starts a new
- * stream of it in a viewer; text and paths are closed by the operations that say so. What a caller
- * leaves open otherwise stays open.
+ * Pens, colours and clip rectangles end with their page, and a clip should be switched off before
+ * it. What a caller leaves open at the end of a page or a document stays as it is: texts and paths
+ * are closed by the operations that say so.
  */
 #ifndef QUORIX_PDF_H
 #define QUORIX_PDF_H
@@ -98,7 +98,8 @@ QUORIX_API int32_t qqpfree(void);
  *  17  the opposite corner
  *  18  x 0: clips to that rectangle from here on; otherwise: does no longer
  *
- * Ops 7, 8, 15 and 18 take the integer below x + 0.5. x and y are read only by ops that use them. */
+ * Ops 7, 8, 15 and 18 take the integer below x + 0.5. x and y are read only by ops that use them.
+ */
 QUORIX_API int32_t qqpdf2(const double *x, const double *y, int32_t op);
 
 /* Sets a colour, after closing an open path or text.
@@ -121,11 +122,10 @@ QUORIX_API int32_t qqpdf4(double *x, double *y, double *width, double *height);
  *           0 and 90, and the horizontal scale (1 is normal; read for negative codes alone)
  * rotation  0; 90; another value for the whole matrix
  * font      0 to 3 Times-Roman (roman, bold, italic, bold italic), 4 to 7 Helvetica, 8 to 11
- *           Helvetica-Narrow, 12 to 15 New Century Schoolbook (roman, italic, bold, bold italic), 16
- *           Zapf Chancery, 17 Zapf Dingbats, 18 to 21 Courier, 22 to 25 Avant Garde, 26 to 29
- *           Bookman (light, light italic, demi, demi italic), 30 to 33 Palatino, 34 Symbol. A call
- *           with another font is ignored
- * size      in points; negative: in tenths of a point */
+ *           Helvetica-Narrow, 12 to 15 New Century Schoolbook (roman, italic, bold, bold italic),
+ * 16 Zapf Chancery, 17 Zapf Dingbats, 18 to 21 Courier, 22 to 25 Avant Garde, 26 to 29 Bookman
+ * (light, light italic, demi, demi italic), 30 to 33 Palatino, 34 Symbol. A call with another font
+ * is ignored size      in points; negative: in tenths of a point */
 QUORIX_API int32_t qqpdf5(int32_t code, const double *matrix, int32_t rotation, int32_t font,
                           int32_t size);
 
