@@ -43,12 +43,10 @@ enum ComponentFlag : uint32_t {
 };
 
 struct BigEndian {
-  static constexpr uint32_t byte_shift = 8;  // from a number to its first byte
   static uint32_t number(const uint8_t *at) { return at[0] * 256U + at[1]; }
 };
 
 struct LittleEndian {
-  static constexpr uint32_t byte_shift = 0;
   static uint32_t number(const uint8_t *at) { return at[1] * 256U + at[0]; }
 };
 
