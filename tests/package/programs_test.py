@@ -64,6 +64,26 @@ class Programs(unittest.TestCase):
         dump = run(CONFIG["objdump"], "-p", program)
         self.assertNotIn("quorix.dll" if WINDOWS else "libquorix.so", dump)
 
+    @unittest.skipIf(WINDOWS, "there the registry names the install directory")
+    def test_an_installation_that_was_moved_finds_its_own_files(self):
+        folder = scratch("moved")
+        tree = folder / "tree"
+        shutil.copytree(PREFIX, tree, symlinks=True)
+        library = tree / CONFIG["libdir"]
+        (tree / "bin").mkdir(exist_ok=True)
+        compile_it = [CONFIG["cc"], "-std=c11", f"-I{tree}/include", HERE / "consumer/directory.c"]
+        shared, static = folder / "with_shared", tree / "bin" / "with_static"
+        run(*compile_it, "-o", shared, f"-L{library}", "-lquorix")
+        run(*compile_it, "-o", static, library / "libquorix.a", "-lz", "-lstdc++", "-lm")
+        environment = {name: value for name, value in os.environ.items() if name != "QUORIX"}
+        environment["LD_LIBRARY_PATH"] = str(library)
+        data = (tree / "share" / "quorix").resolve()
+        for program in (shared, static):
+            self.assertEqual(run(program, cwd="/", env=environment), f"{len(str(data))} {data}\n")
+        data.rename(folder / "elsewhere")
+        for program in (shared, static):
+            self.assertEqual(run(program, cwd="/", env=environment), "9 c:\\quorix\n")
+
     @unittest.skipUnless(WINDOWS, "LoadLibrary is a call of Windows")
     def test_the_dll_can_be_loaded_at_run_time(self):
         folder = scratch("load_library")
