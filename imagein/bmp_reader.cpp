@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "imagein/imagein.h"
+#include "platform/triples.h"
 #include "quorix/imagein.h"
 
 namespace quorix {
@@ -79,11 +80,6 @@ void read_colour_table(BmpFile *bmp) {
 uint64_t stride(const BmpFile &bmp) {
   const uint64_t bytes = static_cast<uint64_t>(bmp.width) * bmp.bits / 8;
   return (bytes + row_group - 1) / row_group * row_group;
-}
-
-void swap_red_and_blue(uint8_t *row, size_t width) {
-  for (size_t i = 0; i < width; ++i, row += rgb_bytes)
-    std::swap(row[0], row[2]);
 }
 
 // Four bytes, of which the last belongs to the next pixel or to the slack behind the row.

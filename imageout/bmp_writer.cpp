@@ -7,6 +7,7 @@
 #include "imageout/imageout.h"
 #include "platform/files.h"
 #include "platform/numbers.h"
+#include "platform/triples.h"
 #include "quorix/imageout.h"
 
 namespace quorix {
@@ -79,18 +80,12 @@ void write_colour_table(const BmpWriter &bmp) {
   }
 }
 
-// Exchanges red and blue.
-void blue_first(uint8_t *row, size_t bytes) {
-  for (size_t i = 0; i < bytes; i += 3)
-    std::swap(row[i], row[i + 2]);
-}
-
 // One row of the file.
 void make_row(const BmpWriter &bmp, int64_t row, const uint8_t *indices, uint8_t *to) {
   const size_t bytes = row_bytes(bmp);
   if (bmp.path == PixelPath::true_colour) {
     read_picture_row(bmp.source, row, Samples::rgb, to);
-    blue_first(to, bytes);
+    swap_red_and_blue(to, bytes / 3);
   } else if (bmp.path == PixelPath::indexed) {
     read_picture_row(bmp.source, row, Samples::index, to);
   } else {
@@ -118,9 +113,8 @@ WriterStatus write_picture(BmpWriter *bmp) {
   }
   write_colour_table(*bmp);
   if (bytes == 0) return writer_done;
-  uint8_t *to = rows.get();
-  for (int64_t row = area.height - 1; row >= 0; --row, to += stride(*bmp))
-    make_row(*bmp, row, indices.get(), to);
+  uint8_t *to = rows.get() + bytes;
+  for (int64_t row = 0; row < area.height; ++row) make_row(*bmp, row, indices.get(), to -= stride(*bmp));
   write_file(bmp->file, rows.get(), bytes);
   return writer_done;
 }
