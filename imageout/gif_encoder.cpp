@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// The table of strings is a hash table of 32-bit words, one per slot: a string is the code of the
-// string without its last pixel and that pixel, 20 bits, and the word has its own code behind them.
-// So one load answers whether a string is known and what it is called.
+// The table of strings has a cell for every pixel that may follow every string: one load answers
+// whether the longer string is known and what its code is. Cells of one colour stand together,
+// since a picture's long strings are mostly of few colours, so that the part in use stays in the
+// nearest cache. Emptying it takes a store for each string that was added.
 //
 // Codes are gathered in a 64-bit word and leave it 32 bits at a time.
 #include "imageout/gif_encoder.h"
@@ -20,13 +21,7 @@ constexpr uint32_t end_code = 257;
 constexpr uint32_t first_free_code = 258;
 constexpr uint32_t code_limit = 4095;  // reaching it clears the table, so no string has this code
 constexpr unsigned first_code_bits = 9;
-constexpr unsigned code_field_bits = 12;
-constexpr uint32_t code_mask = (1U << code_field_bits) - 1;
-constexpr uint32_t free_slot = UINT32_MAX;  // would be a string that starts with code 4095
-
-// At most 3837 strings, so that less than half of the slots are in use.
-constexpr unsigned slot_bits = 13;
-constexpr size_t slots = size_t{1} << slot_bits;
+constexpr size_t codes_of_12_bits = 4096;
 
 constexpr size_t block_bytes = 255;  // of a full sub-block
 constexpr size_t blocks_at_once = 256;
@@ -34,7 +29,8 @@ constexpr size_t stream_bytes = block_bytes * blocks_at_once;
 constexpr size_t most_new_bytes = 8;  // that one store may put beyond them
 
 struct GifEncoder {
-  uint32_t table[slots];
+  uint16_t table[256][codes_of_12_bits];  // [pixel][code of the string before it]; 0: not known
+  uint16_t *known[code_limit];            // where the code of each string stands
   uint8_t stream[stream_bytes + most_new_bytes];  // codes, before they are cut into blocks
   uint8_t blocks[(1 + block_bytes) * blocks_at_once];
   std::FILE *file;
@@ -93,45 +89,36 @@ void put_rest(GifEncoder *gif, CodeStream *codes) {
 
 // ---- strings
 
-void clear_table(GifEncoder *gif, CodeStream *codes) {
-  std::memset(gif->table, 0xff, sizeof gif->table);
+void forget_strings(GifEncoder *gif, CodeStream *codes) {
+  for (uint32_t code = first_free_code; code < codes->next_code; ++code)
+    *gif->known[code] = 0;
   codes->code_bits = first_code_bits;
   codes->next_code = first_free_code;
 }
 
-// After the code of a string that is not in the table: adds what made it unknown. The size of codes
-// is raised by the code that is stored, before the next one is looked at.
-inline void add_string(GifEncoder *gif, CodeStream *codes, size_t slot, uint32_t string) {
-  gif->table[slot] = string << code_field_bits | codes->next_code;
+// After the code of the longest known string: adds the one that was not known. The size of codes is
+// raised by the code that is stored, before the next one is looked at.
+inline void add_string(GifEncoder *gif, CodeStream *codes, uint16_t *cell) {
+  *cell = static_cast<uint16_t>(codes->next_code);
+  gif->known[codes->next_code] = cell;
   if (codes->next_code == 1U << codes->code_bits) ++codes->code_bits;
   if (++codes->next_code < code_limit) return;
   put_code(gif, codes, clear_code);
-  clear_table(gif, codes);
-}
-
-inline size_t first_slot(uint32_t prefix, uint32_t pixel) {
-  return (prefix ^ pixel << (slot_bits - 8)) & (slots - 1);
+  forget_strings(gif, codes);
 }
 
 void put_strings(GifEncoder *gif, CodeStream *state, const uint8_t *pixels, size_t count) {
   CodeStream codes = *state;
   uint32_t prefix = pixels[0];
   for (size_t i = 1; i < count; ++i) {
-    const uint32_t pixel = pixels[i];
-    const uint32_t string = prefix << 8 | pixel;
-    size_t slot = first_slot(prefix, pixel);
-    uint32_t word = gif->table[slot];
-    while (word >> code_field_bits != string && word != free_slot) {
-      slot = (slot + 1) & (slots - 1);
-      word = gif->table[slot];
-    }
-    if (word != free_slot) {
-      prefix = word & code_mask;
+    uint16_t *const cell = &gif->table[pixels[i]][prefix];
+    if (*cell != 0) {
+      prefix = *cell;
       continue;
     }
     put_code(gif, &codes, prefix);
-    add_string(gif, &codes, slot, string);
-    prefix = pixel;
+    add_string(gif, &codes, cell);
+    prefix = pixels[i];
   }
   put_code(gif, &codes, prefix);
   *state = codes;
@@ -140,13 +127,14 @@ void put_strings(GifEncoder *gif, CodeStream *state, const uint8_t *pixels, size
 }  // namespace
 
 WriterStatus write_gif_codes(std::FILE *file, const uint8_t *pixels, size_t count) {
-  const OwnedArray<GifEncoder> memory = allocate_array<GifEncoder>(1);
+  const OwnedArray<GifEncoder> memory = allocate_zeroed_array<GifEncoder>(1);
   GifEncoder *const gif = memory.get();
   if (gif == nullptr) return writer_no_memory;
   gif->file = file;
   CodeStream codes = {};
   codes.next = gif->stream;
-  clear_table(gif, &codes);
+  codes.code_bits = first_code_bits;
+  codes.next_code = first_free_code;
   put_code(gif, &codes, clear_code);
   if (count != 0) put_strings(gif, &codes, pixels, count);
   put_code(gif, &codes, end_code);
