@@ -56,7 +56,7 @@ struct ImageReader {
 extern ImageReader *held_picture;
 
 // Bytes behind `pixels` and `alpha` that are there, though they belong to no pixel: so a pixel can
-// be loaded and stored as a whole word.
+// be loaded as a whole word.
 inline constexpr size_t pixel_slack = 16;
 
 // A picture of zeros with room for `extra` pixels more behind its last; null without memory or

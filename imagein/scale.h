@@ -38,7 +38,7 @@ struct ScaleRow {
   double share, rest;  // of the lower, of the upper
 };
 
-// `count` pixels of three components into `to`, which has room for a byte more.
+// `count` pixels of three components into `to`.
 using ScaleRgb = void (*)(const ScaleRow &row, const ScaleColumn *columns, size_t count,
                           uint8_t *to);
 
