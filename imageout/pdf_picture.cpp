@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // A picture as a PDF document of one page, made with the object store of `pdf/` and a record of its
-// own. The rows go from the device into the image one at a time.
+// own.
 #include "imageout/imageout.h"
 #include "pdf/pdf.h"
 #include "pdf/pdf_line.h"
@@ -18,22 +18,19 @@ struct ReleaseDocument {
 
 using OwnedDocument = std::unique_ptr<PdfDocument, ReleaseDocument>;
 
-// The picture as the document's only image. False without memory for a row.
+// The picture as the document's only image. False without memory for it.
 bool write_image(PdfDocument *document, const PictureSource &source) {
   const PictureArea &area = source.area;
-  OwnedArray<uint8_t> row;
-  size_t row_bytes = 0;
+  OwnedArray<uint8_t> pixels;
+  size_t bytes = 0;
   if (has_pixels(area)) {
-    if (!checked_product(&row_bytes, static_cast<size_t>(area.width), 3)) return false;
-    row = allocate_array<uint8_t>(row_bytes);
-    if (row == nullptr) return false;
+    pixels = read_picture(source, Samples::rgb, &bytes);
+    if (pixels == nullptr) return false;
   }
   close_stream(document, StreamKind::content);
   open_image(document, header_size(area.width), header_size(area.height));
-  for (int64_t i = 0; row != nullptr && i < area.height; ++i) {
-    read_picture_row(source, i, Samples::rgb, row.get());
-    pdf_write(document, row.get(), row_bytes);
-  }
+  pdf_write(document, pixels.get(), bytes);
+  pixels.reset();  // what follows needs as much
   close_stream(document, StreamKind::image);
   return true;
 }

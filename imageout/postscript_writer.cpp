@@ -102,49 +102,26 @@ void write_image_dictionary(std::FILE *file, int32_t width, int32_t height) {
   write_line(file, matrix);
 }
 
-// Bytes as digits, gathered into whole lines.
-struct HexLines {
-  std::FILE *file;
-  size_t fill;
-  char digits[2 * bytes_per_line + 1];
-};
-
-void end_line(HexLines *lines) {
-  if (lines->fill == 0) return;
-  lines->digits[lines->fill] = '\n';
-  write_file(lines->file, lines->digits, lines->fill + 1);
-  lines->fill = 0;
-}
-
-void put_bytes(HexLines *lines, const uint8_t *bytes, size_t count) {
+// Bytes as one line of digits.
+void write_digits(std::FILE *file, const uint8_t *bytes, size_t count) {
   constexpr char hex[] = "0123456789ABCDEF";
-  while (count != 0) {
-    const size_t piece = std::min(count, bytes_per_line - lines->fill / 2);
-    char *to = lines->digits + lines->fill;
-    for (size_t i = 0; i < piece; ++i) {
-      *to++ = hex[bytes[i] >> 4];
-      *to++ = hex[bytes[i] & 15];
-    }
-    lines->fill += 2 * piece;
-    bytes += piece;
-    count -= piece;
-    if (lines->fill == 2 * bytes_per_line) end_line(lines);
+  char digits[2 * bytes_per_line + 1];
+  char *to = digits;
+  for (size_t i = 0; i < count; ++i) {
+    *to++ = hex[bytes[i] >> 4];
+    *to++ = hex[bytes[i] & 15];
   }
+  *to++ = '\n';
+  write_file(file, digits, static_cast<size_t>(to - digits));
 }
 
 WriterStatus write_pixels(std::FILE *file, const PictureSource &source) {
-  const PictureArea &area = source.area;
-  if (!has_pixels(area)) return writer_done;
-  size_t row_bytes = 0;
-  if (!checked_product(&row_bytes, static_cast<size_t>(area.width), 3)) return writer_no_memory;
-  const OwnedArray<uint8_t> row = allocate_array<uint8_t>(row_bytes);
-  if (row == nullptr) return writer_no_memory;
-  HexLines lines = {file, 0, {}};
-  for (int64_t i = 0; i < area.height; ++i) {
-    read_picture_row(source, i, Samples::rgb, row.get());
-    put_bytes(&lines, row.get(), row_bytes);
-  }
-  end_line(&lines);
+  if (!has_pixels(source.area)) return writer_done;
+  size_t bytes = 0;
+  const OwnedArray<uint8_t> pixels = read_picture(source, Samples::rgb, &bytes);
+  if (pixels == nullptr) return writer_no_memory;
+  for (size_t at = 0; at < bytes; at += bytes_per_line)
+    write_digits(file, pixels.get() + at, std::min(bytes_per_line, bytes - at));
   return writer_done;
 }
 
