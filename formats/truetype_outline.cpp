@@ -129,12 +129,17 @@ bool read_flags(TtfFont *font, const uint8_t *at, SimpleGlyph *glyph) {
   return true;
 }
 
+template <class Bytes>
+int32_t last_point(const SimpleGlyph &glyph, int32_t contour) {
+  return static_cast<int32_t>(Bytes::number(glyph.ends + 2 * static_cast<size_t>(contour)));
+}
+
 // The end points rise, or some contour would have no points, or fewer.
 template <class Bytes>
 bool ends_rise(const SimpleGlyph &glyph) {
   int32_t previous = -1;
   for (int32_t i = 0; i < glyph.contours; ++i) {
-    const auto end = static_cast<int32_t>(Bytes::number(glyph.ends + 2 * i));
+    const int32_t end = last_point<Bytes>(glyph, i);
     if (end <= previous) return false;
     previous = end;
   }
@@ -152,7 +157,7 @@ TtfStatus open_simple_glyph(TtfFont *font, size_t start, SimpleGlyph *glyph) {
   if (left < header_size + ends_size + 2) return ttf_bad_glyph;
   glyph->ends = bytes + header_size;
   if (!ends_rise<Bytes>(*glyph)) return ttf_bad_glyph;
-  glyph->points = size_t{Bytes::number(glyph->ends + ends_size - 2)} + 1;
+  glyph->points = static_cast<size_t>(last_point<Bytes>(*glyph, glyph->contours - 1)) + 1;
   const size_t instructions = Bytes::number(glyph->ends + ends_size);
   if (left - (header_size + ends_size + 2) < instructions) return ttf_bad_glyph;
   const bool sound = read_flags(font, glyph->ends + ends_size + 2 + instructions, glyph);
@@ -253,9 +258,9 @@ void store_simple_glyph(const TtfFont &font, const SimpleGlyph &glyph, Outline *
   int32_t x = 0, y = 0;
   Outline to = *out;  // a copy at hand, which no pointer leads to
   Point p = {0, 0}, c = {0, 0};
-  size_t i = 0;
+  int32_t i = 0;
   for (int32_t contour = 0; contour < glyph.contours; ++contour) {
-    const size_t end = Bytes::number(glyph.ends + 2 * contour);
+    const int32_t end = last_point<Bytes>(glyph, contour);
     const int64_t first = to.points;
     bool after_control = false;
     for (; i <= end; ++i) {
@@ -284,9 +289,9 @@ void store_simple_glyph(const TtfFont &font, const SimpleGlyph &glyph, Outline *
 // The same points, counted.
 template <class Bytes>
 void count_simple_glyph(const TtfFont &font, const SimpleGlyph &glyph, Outline *out) {
-  size_t i = 0;
+  int32_t i = 0;
   for (int32_t contour = 0; contour < glyph.contours; ++contour) {
-    const size_t end = Bytes::number(glyph.ends + 2 * contour);
+    const int32_t end = last_point<Bytes>(glyph, contour);
     const int64_t first = out->points;
     int64_t points = 0, curves = 0;
     bool after_control = false;

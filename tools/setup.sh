@@ -32,7 +32,7 @@ packages_of() {
       echo libbenchmark-dev pkgconf libagg-dev libcairo2-dev libimlib2-dev libgd-dev libpixman-1-dev libpng-dev
       echo libspng-dev libimagequant-dev qt6-base-dev libopencv-core-dev libopencv-imgproc-dev
       echo libqhull-dev libcgal-dev libnanoflann-dev libosmesa6-dev
-      echo libhpdf-dev libgif-dev libtiff-dev libstb-dev libfreetype-dev libcfitsio-dev
+      echo libhpdf-dev libgif-dev libtiff-dev libstb-dev libfreetype-dev fonts-dejavu-core libcfitsio-dev
       ;;
     *) return 1 ;;
   esac
