@@ -73,9 +73,9 @@ TEST_F(DamagedBdf, IsReadLineByLine) {
 }
 
 TEST_F(DamagedBdf, MayHaveCarriageReturns) {
-  std::string text = "CHARS 2\n" + letter_a + letter_b;
-  for (size_t i = text.find('\n'); i != std::string::npos; i = text.find('\n', i + 2))
-    text.insert(i, "\r");
+  std::string text;
+  for (const char c : "CHARS 2\n" + letter_a + letter_b)
+    text.append(c == '\n' ? "\r\n" : std::string(1, c));
   EXPECT_EQ(select(text).widths[a], 90);
   EXPECT_EQ(drawn('A'), pixels_of_a);
   EXPECT_EQ(select("CHARS 2\n" + letter_a + "ENCODING 66\rDWIDTH 7\nENDCHAR\n").widths[b], 0)
@@ -119,7 +119,7 @@ TEST_F(DamagedBdf, MayHaveMoreOrFewerGlyphsThanTold) {
 TEST_F(DamagedBdf, AsksForNoMoreMemoryThanItsFileMayFill) {
   for (const char *count : {"2147483647", "100000000", "-1", "-2147483648", "99999999999", "x"}) {
     FailingMemory memory;
-    const Selected selected = select("CHARS " + std::string(count) + "\n" + letter_a);
+    const Selected selected = select(std::string("CHARS ").append(count) + "\n" + letter_a);
     EXPECT_TRUE(selected.status == 0 || selected.status == 2) << count;
     EXPECT_LT(memory.peak_bytes(), 10000000U) << count;
     drawn('A');
@@ -175,12 +175,13 @@ TEST_F(DamagedBdf, CutsABitmapAt1023Characters) {
 }
 
 TEST_F(DamagedBdf, MayHaveLinesOfAnyLength) {
-  const std::string text = "COMMENT " + std::string(300, 'c') + "\nCHARS 1\n" + letter_a;
+  const std::string text = std::string("COMMENT ").append(300, 'c') + "\nCHARS 1\n" + letter_a;
   EXPECT_EQ(select(text).widths[a], 90);
   for (const size_t length : {511U, 512U, 513U, 1024U, 100000U}) {
     EXPECT_EQ(select(std::string(length, 'x') + "\nCHARS 1\n" + letter_a).status, 0) << length;
     EXPECT_EQ(
-        select("CHARS 1\nENCODING 65\nBITMAP\n" + std::string(length, 'F') + "\nENDCHAR\n").status,
+        select(std::string("CHARS 1\nENCODING 65\nBITMAP\n").append(length, 'F') + "\nENDCHAR\n")
+            .status,
         0);
     drawn('A');
   }
@@ -195,11 +196,12 @@ TEST_F(DamagedBdf, MayHaveZeroBytes) {
 
 TEST_F(DamagedBdf, MayHaveNumbersBeyondAllBounds) {
   for (const char *number : {"2147483647", "-2147483648", "99999999999999999999", "-1", "1e9"}) {
-    const std::string n = number;
-    const std::string text = "SIZE " + n + " " + n + " " + n + "\nFONTBOUNDINGBOX " + n + " " + n +
-                             " " + n + " " + n + "\nCHARS 1\nENCODING 65\nDWIDTH " + n + " " + n +
-                             "\nBBX " + n + " " + n + " " + n + " " + n +
-                             "\nBITMAP\nFF\nFF\nENDCHAR\n";
+    const std::string pattern =
+        "SIZE # # #\nFONTBOUNDINGBOX # # # #\nCHARS 1\nENCODING 65\nDWIDTH # #\nBBX # # # #\n"
+        "BITMAP\nFF\nFF\nENDCHAR\n";
+    std::string text;
+    for (const char c : pattern)
+      c == '#' ? text.append(number) : text.append(1, c);
     EXPECT_EQ(select(text).status, 0) << number;
     for (const int32_t angle : {0, 45, 90, 180})
       draw_character('A', 10, 20, angle);
