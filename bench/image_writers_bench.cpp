@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Writing GIF, BMP, TIFF and PPM files of what a raster holds. GIF is measured against giflib, which
-// is given the raster's rows; the others against what nobody gets by without: one fwrite of bytes
-// that are ready, and the same with the conversion from RGBA to RGB before it.
+// Writing GIF, BMP, TIFF and PPM files of what a raster holds. GIF is measured against giflib,
+// which is given the raster's rows; the others against what nobody gets by without: one fwrite of
+// bytes that are ready, and the same with the conversion from RGBA to RGB before it.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -162,15 +162,12 @@ void giflib_gif(const uint8_t *raster) {
 
 template <class Work>
 void add(const std::string &workload, const char *contender, Picture picture, Work work) {
-  benchmark::RegisterBenchmark((workload + "/" + contender).c_str(),
-                               [=](benchmark::State &state) {
-                                 const uint8_t *const raster = open_raster(picture);
-                                 for (auto _ : state)
-                                   work(raster);
-                                 state.counters["bytes"] = static_cast<double>(
-                                     std::filesystem::file_size(file_name()));
-                               })
-      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark((workload + "/" + contender).c_str(), [=](benchmark::State &state) {
+    const uint8_t *const raster = open_raster(picture);
+    for (auto _ : state)
+      work(raster);
+    state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(file_name()));
+  })->Unit(benchmark::kMillisecond);
 }
 
 void add_gif(const std::string &workload, Picture picture) {

@@ -83,22 +83,20 @@ void by_rows(const Job &job, const Bytes &from, Bytes *to, quorix::ScaleRgb scal
 
 template <class Work>
 void add(const std::string &workload, const char *contender, const Job &job, Work work) {
-  benchmark::RegisterBenchmark((workload + "/" + contender).c_str(),
-                               [=](benchmark::State &state) {
-                                 static Bytes from;
-                                 static Bytes expected;
-                                 if (from.empty()) {
-                                   from = picture_of(job);
-                                   expected.resize(3 * size_t{1920} * 1080 + 1);
-                                   plain_loop(job, from, &expected);
-                                 }
-                                 Bytes to(expected.size());
-                                 for (auto _ : state)
-                                   work(job, from, &to);
-                                 to.back() = expected.back();
-                                 must(to == expected);
-                               })
-      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark((workload + "/" + contender).c_str(), [=](benchmark::State &state) {
+    static Bytes from;
+    static Bytes expected;
+    if (from.empty()) {
+      from = picture_of(job);
+      expected.resize(3 * size_t{1920} * 1080 + 1);
+      plain_loop(job, from, &expected);
+    }
+    Bytes to(expected.size());
+    for (auto _ : state)
+      work(job, from, &to);
+    to.back() = expected.back();
+    must(to == expected);
+  })->Unit(benchmark::kMillisecond);
 }
 
 const bool registered = [] {

@@ -114,7 +114,8 @@ WriterStatus write_picture(BmpWriter *bmp) {
   write_colour_table(*bmp);
   if (bytes == 0) return writer_done;
   uint8_t *to = rows.get() + bytes;
-  for (int64_t row = 0; row < area.height; ++row) make_row(*bmp, row, indices.get(), to -= stride(*bmp));
+  for (int64_t row = 0; row < area.height; ++row)
+    make_row(*bmp, row, indices.get(), to -= stride(*bmp));
   write_file(bmp->file, rows.get(), bytes);
   return writer_done;
 }

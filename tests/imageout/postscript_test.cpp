@@ -228,11 +228,19 @@ TEST_F(PostScript, EndsItsLinesAsTextFilesOfTheSystemDo) {
   show_on_raster(three_colours(), true);
   const std::string name = folder.file("picture.ps");
   EXPECT_EQ(write_postscript({101, 3, 1}, name), 0);
-  std::string expected = postscript({101, 3, 1});
 #ifdef _WIN32
-  for (size_t at = 0; (at = expected.find('\n', at)) != std::string::npos; at += 2)
-    expected.insert(at, "\r");
+  const char *const line_end = "\r\n";
+#else
+  const char *const line_end = "\n";
 #endif
+  std::string expected;
+  for (const char character : postscript({101, 3, 1})) {
+    if (character == '\n') {
+      expected += line_end;
+    } else {
+      expected += character;
+    }
+  }
   EXPECT_EQ(text_of(read_whole_file(name)), expected);
 }
 
