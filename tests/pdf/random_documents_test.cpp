@@ -35,11 +35,11 @@ void compare(uint32_t first_seed, uint32_t count, RandomKind kind) {
 }
 
 TEST_F(RandomDocuments, OfShortDrawingsAreAsTheModelsAre) {
-  compare(1, 6000, RandomKind::orderly);
+  compare(1, 5000, RandomKind::orderly);
 }
 
 TEST_F(RandomDocuments, OfLongDrawingsAreAsTheModelsAre) {
-  compare(100001, 60, RandomKind::long_drawing);
+  compare(100001, 30, RandomKind::long_drawing);
 }
 
 TEST_F(RandomDocuments, WithLargeWritesAreAsTheModelsAre) {
