@@ -235,6 +235,14 @@ TEST_F(OnePagePdf, WithoutMemoryIsRefusedOrNotCompressed) {
   }
 }
 
+TEST_F(OnePagePdf, OfSizesBeyondAllCountingIsMemoryThatIsNotThere) {
+  show_on_raster(three_colours(), true);
+  MemoryFiles files;
+  EXPECT_EQ(write_one_page_pdf({101, INT32_MIN, INT32_MIN}, "picture"), -2);
+  EXPECT_EQ(write_one_page_pdf({101, INT32_MAX, INT32_MAX}, "picture"), -2);
+  EXPECT_EQ(files.open_files(), 0U);
+}
+
 TEST_F(OnePagePdf, OfNoSizeIsStillAWholeDocument) {
   show_on_raster(three_colours(), true);
   const int32_t sizes[][2] = {{0, 0}, {0, 5}, {5, 0}};

@@ -8,6 +8,7 @@
 
 #include "tests/pdf/pdf_calls.h"
 #include "tests/pdf/pdf_reader.h"
+#include "tests/support/failing_memory.h"
 #include "tests/support/memory_files.h"
 
 namespace quorix::testing {
@@ -123,6 +124,33 @@ TEST_F(PdfStreams, HaveTheirLengthInTheNextObjectHoweverLong) {
   EXPECT_NE(document.find("3 0 obj\n<< /Length 4 0 R >>\nstream\n"), std::string::npos);
   EXPECT_NE(document.find("endstream\nendobj\n4 0 obj\n1234583\nendobj\n5 0 obj\n"),
             std::string::npos);
+}
+
+size_t peak_of_file(int32_t pages) {
+  MemoryFiles files;
+  qqpfree();
+  const FailingMemory memory;
+  EXPECT_EQ(begin_document(compressed_file), 0);
+  for (int32_t page = 0; page < pages; ++page) {
+    send(comment(250000, static_cast<uint32_t>(page)));
+    send(comment(250000, static_cast<uint32_t>(page)));
+    draw(op_begin_image, 100, 100);
+    send(comment(30000, 1));
+    draw(op_end_image);
+    draw(op_page);
+  }
+  draw(op_end);
+  qqpfree();
+  EXPECT_EQ(memory.live_blocks(), 0U);
+  return memory.peak_bytes();
+}
+
+TEST_F(PdfStreams, NeedNoMoreMemoryForMorePages) {
+  constexpr size_t tables = 20 * 8 * 64;  // 8 objects for each page more, some room for growth
+  const size_t few = peak_of_file(5);
+  const size_t many = peak_of_file(25);
+  EXPECT_GT(few, 300000U);  // one buffer of a stream at least
+  EXPECT_LE(many, few + tables);
 }
 
 // ---- memory
