@@ -32,9 +32,40 @@ int32_t write_ppm(const std::string &name, int32_t device, int32_t width, int32_
   return status;
 }
 
+int32_t write_gif(const WriterCall &call, const std::string &name) {
+  int32_t status = no_status;
+  EXPECT_EQ(qqpgif(name.c_str(), &call.device, &call.order, &call.width, &call.height, call.palette,
+                   nullptr, &call.background, &call.transparent, &status),
+            0);
+  return status;
+}
+
+int32_t write_tiff(const WriterCall &call, const std::string &name) {
+  int32_t resolution = call.resolution;
+  EXPECT_EQ(qqptif(name.c_str(), &call.device, &call.order, &call.width, &call.height, call.palette,
+                   &call.form, &resolution),
+            0);
+  return resolution;
+}
+
+int32_t write_bmp(const WriterCall &call, const std::string &name) {
+  int32_t status = no_status;
+  EXPECT_EQ(qqpbmp(name.c_str(), &call.device, &call.order, &call.width, &call.height, call.palette,
+                   &call.colours, &status),
+            0);
+  return status;
+}
+
 int32_t write_png_to_memory(const PngCall &call, Bytes *memory, int32_t room) {
   char *const target = memory == nullptr ? nullptr : reinterpret_cast<char *>(memory->data());
   return call_png(call, target, -call.colours, room);
+}
+
+Bytes file_bytes(FileWriter write, const WriterCall &call) {
+  MemoryFiles files;
+  EXPECT_EQ(write(call, "picture"), 0);
+  EXPECT_EQ(files.open_files(), 0U);
+  return files.bytes("picture");
 }
 
 Bytes png_bytes(const PngCall &call) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "tests/imageout/drawn_picture.h"
+#include "tests/imageout/literal_files.h"
 #include "tests/imageout/png_decoder.h"
 
 namespace quorix::testing {
@@ -28,10 +29,16 @@ struct PngCall {
 int32_t write_png(const PngCall &call, const std::string &name);
 int32_t write_ppm(const std::string &name, int32_t device, int32_t width, int32_t height);
 
+int32_t write_gif(const WriterCall &call, const std::string &name);
+int32_t write_tiff(const WriterCall &call, const std::string &name);
+int32_t write_bmp(const WriterCall &call, const std::string &name);
+
 // Memory mode: colours turned negative, `room` as the status on entry.
 int32_t write_png_to_memory(const PngCall &call, Bytes *memory, int32_t room);
 
 // What a call writes into a file; the test fails unless its status is 0.
+using FileWriter = int32_t (*)(const WriterCall &call, const std::string &name);
+Bytes file_bytes(FileWriter write, const WriterCall &call);
 Bytes png_bytes(const PngCall &call);
 Bytes ppm_bytes(int32_t device, int32_t width, int32_t height);
 
