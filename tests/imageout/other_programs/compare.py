@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Lets netpbm, ImageMagick and pngcheck read what imageout_samples wrote.
+"""Lets netpbm, ImageMagick, giflib and pngcheck read what imageout_samples wrote. netpbm reads TIFF
+files by libtiff.
 
     compare.py IMAGEOUT_SAMPLES
 
@@ -11,6 +12,9 @@ import shutil
 import subprocess
 import sys
 import tempfile
+
+
+TO_PNM = {".png": "pngtopnm", ".gif": "giftopnm", ".tif": "tifftopnm", ".bmp": "bmptopnm"}
 
 
 def output_of(*command):
@@ -29,11 +33,12 @@ def numbers_of_plain_ppm(text):
 
 
 def by_netpbm(picture):
-    ppm = output_of("pngtopnm", picture) if picture.suffix == ".png" else picture.read_bytes()
+    ppm = picture.read_bytes()
+    if picture.suffix in TO_PNM:
+        ppm = output_of(TO_PNM[picture.suffix], picture)
+    # netpbm writes pictures of greys as such.
+    ppm = subprocess.run(["ppmtoppm"], input=ppm, capture_output=True, check=True).stdout
     done = subprocess.run(["pnmtoplainpnm"], input=ppm, capture_output=True, check=True)
-    lines = done.stdout.split(b"\n", 1)
-    if lines[0] in (b"P1", b"P2"):  # netpbm writes pictures of greys as such
-        raise ValueError("a picture without colours proves little")
     return numbers_of_plain_ppm(done.stdout)
 
 
@@ -44,18 +49,28 @@ def by_imagemagick(picture):
     return int(size[0]), int(size[1]), samples
 
 
+def by_giflib(picture):
+    size = output_of("convert", picture, "-format", "%w %h", "info:-").split()
+    bare = picture.with_suffix(".bare")
+    output_of("gif2rgb", "-1", "-o", bare, picture)
+    return int(size[0]), int(size[1]), bare.read_bytes()
+
+
 def check(picture):
     width, height = (int(word) for word in picture.stem.split("_")[1].split("x"))
     expected = (width, height, picture.with_suffix(".rgb").read_bytes())
     if picture.suffix == ".png":
         output_of("pngcheck", "-q", picture)
-    for reader in (by_netpbm, by_imagemagick):
+    readers = [by_netpbm, by_imagemagick]
+    if picture.suffix == ".gif":
+        readers.append(by_giflib)
+    for reader in readers:
         if reader(picture) != expected:
             raise ValueError(f"{reader.__name__[3:]} reads other pixels")
 
 
 def main():
-    needed = ("pngtopnm", "pnmtoplainpnm", "convert", "pngcheck")
+    needed = (*TO_PNM.values(), "ppmtoppm", "pnmtoplainpnm", "convert", "gif2rgb", "pngcheck")
     missing = [program for program in needed if shutil.which(program) is None]
     if missing:
         sys.exit(f"these programs are needed: {', '.join(missing)}")
@@ -63,8 +78,9 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         output_of(sys.argv[1], folder)
         pictures = sorted(p for p in pathlib.Path(folder).iterdir() if p.suffix != ".rgb")
-        if len(pictures) != 2 * 6 * 7:
-            sys.exit(f"{len(pictures)} pictures instead of 84")
+        forms = 7 + 2 + 5 + 3  # PNG and PPM, GIF, TIFF, BMP
+        if len(pictures) != 2 * 6 * forms:
+            sys.exit(f"{len(pictures)} pictures instead of {2 * 6 * forms}")
         for picture in pictures:
             try:
                 check(picture)

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Writes pictures of all forms into a folder, NAME.png or NAME.ppm, and beside each its pixels as
-// bare triples in NAME.rgb, for programs that have nothing to do with this library to read.
+// Writes pictures of all forms into a folder, NAME.png, .ppm, .gif, .tif or .bmp, and beside each
+// its pixels as bare triples in NAME.rgb, for programs that have nothing to do with this library to
+// read.
 //
 //   imageout_samples FOLDER
 #include <cstdio>
@@ -51,6 +52,70 @@ bool write_ppm(const std::string &base, const DrawnPicture &picture) {
   return status == 0 && write_triples(base + ".rgb", picture);
 }
 
+// Black and white by the rule that the form of a bilevel file has for this sign of the width.
+DrawnPicture two_colours(const DrawnPicture &picture, int32_t width_sign) {
+  DrawnPicture result = picture;
+  for (size_t i = 0; i < result.rgb.size(); i += 3) {
+    uint8_t *const rgb = &result.rgb[i];
+    const int sum = rgb[0] + rgb[1] + rgb[2];
+    const bool white = width_sign < 0 ? sum == 3 * 255 : sum != 0;
+    rgb[0] = rgb[1] = rgb[2] = white ? 255 : 0;
+  }
+  return result;
+}
+
+bool write_gif(const std::string &base, const DrawnPicture &picture, int32_t sign) {
+  const int32_t device = sign * 101;
+  const int32_t order = 1;
+  const int32_t height = sign * picture.height;
+  const uint8_t background = 255;
+  const int32_t transparent = sign < 0 ? 1 : 0;  // the colour keeps its samples
+  int32_t status = 1;
+  qqpgif((base + ".gif").c_str(), &device, &order, &picture.width, &height, picture.palette.data(),
+         nullptr, &background, &transparent, &status);
+  return status == 0 && write_triples(base + ".rgb", picture);
+}
+
+bool write_tiff(const std::string &base, const DrawnPicture &picture, const Form &form,
+                int32_t bilevel) {
+  const int32_t order = 1;
+  const int32_t width = form.width_sign * picture.width;
+  const int32_t height = form.height_sign * picture.height;
+  int32_t resolution = 300;
+  qqptif((base + ".tif").c_str(), &form.device, &order, &width, &height, picture.palette.data(),
+         &bilevel, &resolution);
+  if (resolution != 0) return false;
+  if (bilevel == 0) return write_triples(base + ".rgb", picture);
+  return write_triples(base + ".rgb", two_colours(picture, form.width_sign));
+}
+
+bool write_bmp(const std::string &base, const DrawnPicture &picture, const Form &form) {
+  const int32_t order = 1;
+  const int32_t height = form.height_sign * picture.height;
+  const int32_t colours = 256;
+  int32_t status = 1;
+  qqpbmp((base + ".bmp").c_str(), &form.device, &order, &picture.width, &height,
+         picture.palette.data(), &colours, &status);
+  return status == 0 && write_triples(base + ".rgb", picture);
+}
+
+// The forms of the other formats, of which the sign of the width tells black from white.
+bool write_other_formats(const std::string &base, const DrawnPicture &picture) {
+  bool done = write_gif(base + "gif_indexed", picture, 1);
+  done = write_gif(base + "gif_quantised", picture, -1) && done;
+  for (const Form &form : forms) {
+    const std::string name = form.name;
+    const int32_t bilevel = form.height_sign < 0 ? -1 : 0;
+    if (bilevel != 0) {
+      done = write_tiff(base + "tiff_bilevel_" + name, picture, form, bilevel) && done;
+    }
+    if (form.width_sign < 0) continue;
+    done = write_tiff(base + "tiff_" + name, picture, form, 0) && done;
+    done = write_bmp(base + "bmp_" + name, picture, form) && done;
+  }
+  return done;
+}
+
 bool write_all(const std::string &folder, int32_t width, int32_t height, bool rgba) {
   const DrawnPicture picture = quorix::testing::plot_picture(width, height, 1);
   quorix::testing::show_on_raster(picture, rgba);
@@ -59,6 +124,7 @@ bool write_all(const std::string &folder, int32_t width, int32_t height, bool rg
   bool done = write_ppm(base + "ppm", picture);
   for (const Form &form : forms)
     done = write_png(base + form.name, picture, form) && done;
+  done = write_other_formats(base, picture) && done;
   return done;
 }
 
