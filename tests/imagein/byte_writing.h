@@ -23,7 +23,8 @@ inline void put_big(Bytes *to, uint64_t value, int bytes) {
     put_u8(to, value >> (8 * i));
 }
 inline void put_bytes(Bytes *to, const Bytes &bytes) {
-  to->insert(to->end(), bytes.begin(), bytes.end());
+  for (const uint8_t byte : bytes)
+    to->push_back(byte);
 }
 inline void put_text(Bytes *to, const std::string &text) {
   for (const char letter : text)
