@@ -179,6 +179,19 @@ TEST_F(DamagedFiles, OfGifCutAnywhereAreAFormatErrorAndShowTheirRows) {
   }
 }
 
+TEST_F(DamagedFiles, OfGifChangedAnywhereGiveWhatTheStepsGive) {
+  for (const Seed &seed : seeds_of(Format::gif)) {
+    for (uint32_t number = 0; number < 400; ++number) {
+      const Bytes file = changed(seed.file, number + 5000);
+      const ExpectedPicture expected = expect_gif(file);
+      // A screen without pixels is no matter where nothing is held; a huge one is slow to look at.
+      const int32_t pixels = expected.width * expected.height;
+      if (pixels == 0 || pixels > 100000) continue;
+      check_reader(Format::gif, file, expected, seed.name + ", change " + std::to_string(number));
+    }
+  }
+}
+
 // Counts far beyond the file.
 std::vector<Seed> files_of_huge_counts(Format format) {
   constexpr uint32_t huge[] = {0x10000000U, 0x7fffffffU, 0x80000000U, 0xffffffffU};

@@ -95,10 +95,20 @@ int32_t Decoder::decode() {
   int32_t limit = 2 << minimum;
   int32_t old = 0;
   int32_t first = 0;
+  bool started = false;
   for (;;) {
     const int32_t taken_code = code(size);
     if (taken_code < 0) return -3;
     if (taken_code == clear + 1) return 0;
+    if (!started && taken_code != clear) {
+      // A stream that begins without a clear code begins as if there were one.
+      if (taken_code > clear) return -3;
+      started = true;
+      old = first = taken_code;
+      put_pixel(first);
+      continue;
+    }
+    started = true;
     if (taken_code == clear) {
       next = clear + 2;
       size = static_cast<uint32_t>(minimum) + 1;
