@@ -19,7 +19,8 @@ bool picture_sizes(size_t width, size_t height, size_t extra, size_t *rgb, size_
 
 }  // namespace
 
-ImageReader *make_picture(int32_t width, int32_t height, bool with_alpha, size_t extra) {
+ImageReader *make_picture(int32_t width, int32_t height, bool with_alpha, size_t extra,
+                          bool cleared) {
   if (width < 0 || height < 0) return nullptr;
   size_t rgb = 0;
   size_t alpha = 0;
@@ -29,7 +30,8 @@ ImageReader *make_picture(int32_t width, int32_t height, bool with_alpha, size_t
   if (picture == nullptr) return nullptr;
   picture->width = width;
   picture->height = height;
-  picture->pixels = static_cast<uint8_t *>(allocate_zeroed_bytes(rgb + pixel_slack));
+  const auto allocate = cleared ? allocate_zeroed_bytes : allocate_bytes;
+  picture->pixels = static_cast<uint8_t *>(allocate(rgb + pixel_slack));
   if (with_alpha)
     picture->alpha = static_cast<uint8_t *>(allocate_zeroed_bytes(alpha + pixel_slack));
   if (picture->pixels != nullptr && (picture->alpha != nullptr || !with_alpha)) return picture;

@@ -60,8 +60,10 @@ extern ImageReader *held_picture;
 inline constexpr size_t pixel_slack = 16;
 
 // A picture of zeros with room for `extra` pixels more behind its last; null without memory or
-// where a size is negative. release_picture takes null too.
-ImageReader *make_picture(int32_t width, int32_t height, bool with_alpha, size_t extra = 0);
+// where a size is negative. release_picture takes null too. The colours of an uncleared picture are
+// not set.
+ImageReader *make_picture(int32_t width, int32_t height, bool with_alpha, size_t extra = 0,
+                          bool cleared = true);
 void release_picture(ImageReader *picture);
 
 // Gives back the held picture, if any.
@@ -101,6 +103,9 @@ struct PictureForm {
   // Rows come in an order that nobody should see: the picture is built in memory (`sink->picture`
   // is then never null and may be written to directly) and shown when it is complete.
   bool complete_first = false;
+  // The decoder sets every pixel that it does not deliver itself, so that the picture need not be
+  // cleared before.
+  bool sets_all = false;
 };
 
 // To be called once, before the first row. Where the picture is built in memory it takes the place

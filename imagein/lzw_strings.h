@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
-// What the codes of an LZW decoder stand for. Both formats that compress with LZW use it.
+// What the codes of GIF's LZW stand for.
 //
 // A string is kept in pieces of 8 bytes: its own last piece, which has 1 to 8 of them, and the code
 // of the string without that piece. So a new code is a copy of its prefix with one more byte, and a
-// string is written back to front, 8 bytes a step, whatever became of the output before it.
+// string is written back to front, 8 bytes a step, and the output before it need not be kept.
 #pragma once
 
 #include <bit>

@@ -80,8 +80,8 @@ ReaderStatus open_sink(RowSink *sink, const ReaderTarget &target) {
 bool start_picture(RowSink *sink, const PictureForm &form) {
   if (sink->device != nullptr && !form.complete_first) return true;
   release_held_picture();
-  held_picture = sink->picture =
-      make_picture(std::max(form.width, 0), std::max(form.height, 0), form.alpha);
+  held_picture = sink->picture = make_picture(std::max(form.width, 0), std::max(form.height, 0),
+                                              form.alpha, 0, !form.sets_all);
   if (held_picture == nullptr) return false;
   held_picture->device_width = sink->target.device_width;
   held_picture->device_height = sink->target.device_height;

@@ -77,16 +77,21 @@ bool can_fill(const TiffFile &tiff, const Block &block) {
   return true;
 }
 
-// Room for all that is going to be unpacked.
+// What a strip or tile fills of its bytes.
+uint64_t filled_bytes(const TiffFile &tiff, const Block &block) {
+  return tiff.compression == tiff_raw ? std::min<uint64_t>(block.stored, block.bytes) : block.bytes;
+}
+
+bool get_strings(TiffBlocks *blocks) {
+  if (blocks->tiff->compression != tiff_lzw || blocks->strings != nullptr) return true;
+  blocks->strings = allocate_array<TiffString>(tiff_codes);
+  return blocks->strings != nullptr;
+}
+
 bool get_room(TiffBlocks *blocks, size_t bytes) {
-  if (blocks->tiff->compression == tiff_lzw && blocks->strings == nullptr) {
-    blocks->strings = allocate_array<LzwString>(lzw_codes);
-    if (blocks->strings == nullptr) return false;
-  }
   if (blocks->unpacked != nullptr && bytes <= blocks->unpacked_room) return true;
   blocks->unpacked.reset();
-  if (bytes > SIZE_MAX - lzw_spill) return false;
-  blocks->unpacked = allocate_array<uint8_t>(bytes + lzw_spill);
+  blocks->unpacked = allocate_array<uint8_t>(bytes);
   blocks->unpacked_room = bytes;
   return blocks->unpacked != nullptr;
 }
@@ -97,37 +102,62 @@ void add_up(uint8_t *bytes, size_t count, size_t step) {
     bytes[i] = static_cast<uint8_t>((bytes[i] + bytes[i - step]) & 255);
 }
 
-// Unpacks `*count` bytes, which become those that were there where nothing is compressed.
-Unpacked unpack(TiffBlocks *blocks, const uint8_t *stored, size_t stored_count, size_t *count) {
-  uint8_t *const target = blocks->unpacked.get();
-  switch (blocks->tiff->compression) {
-    case tiff_lzw:
-      return unpack_lzw(stored, stored_count, blocks->strings.get(), target, *count);
-    case tiff_packbits:
-      return unpack_packbits(stored, stored_count, target, *count);
-    default:
-      *count = std::min(*count, stored_count);
-      std::memcpy(target, stored, *count);
-      return Unpacked::whole;
+// Reads the bytes of an uncompressed strip or tile, of which `*count` are in the file.
+void read_raw(const TiffBlocks &blocks, const Block &block, uint8_t *target, size_t *count) {
+  ByteSource *const source = blocks.window.source;
+  seek_source(source, std::min(block.offset, source->size));
+  *count = read_available(source, target, *count);
+}
+
+// Leaves filled_bytes at `target`, or fewer if the system does not give them: `*count` tells.
+int32_t unpack(TiffBlocks *blocks, const Block &block, uint8_t *target, size_t *count) {
+  const TiffFile &tiff = *blocks->tiff;
+  if (tiff.compression == tiff_raw) {
+    read_raw(*blocks, block, target, count);
+  } else {
+    size_t stored_count = block.stored;
+    const uint8_t *const stored = window_bytes(&blocks->window, block.offset, &stored_count);
+    if (stored == nullptr || !get_strings(blocks)) return reader_no_memory;
+    const Unpacked result =
+        tiff.compression == tiff_lzw
+            ? unpack_lzw(stored, stored_count, blocks->strings.get(), target, *count)
+            : unpack_packbits(stored, stored_count, target, *count);
+    if (result == Unpacked::corrupt) return tiff_corrupt;
+    blocks->overfull = blocks->overfull || result == Unpacked::overfull;
   }
+  if (tiff.adds_up) add_up(target, *count, tiff.photometric == tiff_rgb ? 3 : 1);
+  return reader_done;
 }
 
 int32_t take_unpacked(TiffBlocks *blocks, const Block &block, TakeTiffRow take, void *context) {
-  const TiffFile &tiff = *blocks->tiff;
-  if (!can_fill(tiff, block)) return tiff_corrupt;
-  const bool raw = tiff.compression == tiff_raw;
-  auto bytes =
-      static_cast<size_t>(raw ? std::min<uint64_t>(block.stored, block.bytes) : block.bytes);
-  if (!get_room(blocks, bytes)) return reader_no_memory;
-  size_t stored_count = raw ? bytes : block.stored;
-  const uint8_t *const stored = window_bytes(&blocks->window, block.offset, &stored_count);
-  if (stored == nullptr) return reader_no_memory;
-  const Unpacked result = unpack(blocks, stored, stored_count, &bytes);
-  if (result == Unpacked::corrupt) return tiff_corrupt;
-  if (tiff.adds_up) add_up(blocks->unpacked.get(), bytes, tiff.photometric == tiff_rgb ? 3 : 1);
-  hand_over(*blocks, block, 0, blocks->unpacked.get(), bytes, take, context);
-  blocks->overfull = blocks->overfull || result == Unpacked::overfull;
+  if (!can_fill(*blocks->tiff, block)) return tiff_corrupt;
+  auto count = static_cast<size_t>(filled_bytes(*blocks->tiff, block));
+  if (!get_room(blocks, count)) return reader_no_memory;
+  const int32_t status = unpack(blocks, block, blocks->unpacked.get(), &count);
+  if (status != reader_done) return status;
+  hand_over(*blocks, block, 0, blocks->unpacked.get(), count, take, context);
   return reader_done;
+}
+
+// Steps to the strip behind number `*index` that does not follow the one before it both in the file
+// and in the picture, as full strips do that are as they should be. Returns the bytes of all
+// between.
+size_t bytes_that_follow(const TiffBlocks &blocks, size_t *index, Block block) {
+  const TiffFile &tiff = *blocks.tiff;
+  const bool joinable = tiff.compression == tiff_raw && !tiff.adds_up;
+  size_t bytes = 0;
+  for (*index += 1; *index < tiff.blocks && joinable; *index += 1) {
+    const Block next = block_at(blocks, *index);
+    const bool full = block.stored >= block.bytes;
+    if (!full || next.y >= tiff.height || next.offset != block.offset + block.bytes) break;
+    bytes += static_cast<size_t>(filled_bytes(tiff, next));
+    block = next;
+  }
+  return bytes;
+}
+
+int32_t final_status(const TiffBlocks &blocks) {
+  return blocks.overfull ? int32_t{tiff_corrupt} : int32_t{reader_done};
 }
 
 }  // namespace
@@ -180,6 +210,34 @@ bool blocks_fit(const TiffBlocks &blocks) {
   return bytes / most_uses <= blocks.window.source->size;
 }
 
+bool fills_picture(const TiffBlocks &blocks) {
+  const TiffFile &tiff = *blocks.tiff;
+  if (tiff.tiled) return false;
+  for (size_t i = 0; i < tiff.blocks; ++i) {
+    const Block block = block_at(blocks, i);
+    if (filled_bytes(tiff, block) < block.bytes) return false;
+    if (block.y + tiff.block_rows >= tiff.height) return true;
+  }
+  return false;
+}
+
+int32_t put_strips(TiffBlocks *blocks, uint8_t *target) {
+  const TiffFile &tiff = *blocks->tiff;
+  for (size_t i = 0; i < tiff.blocks;) {
+    const Block block = block_at(*blocks, i);
+    if (block.y >= tiff.height) break;
+    if (!can_fill(tiff, block)) return tiff_corrupt;
+    const auto filled = static_cast<size_t>(filled_bytes(tiff, block));
+    const size_t bytes = filled + bytes_that_follow(*blocks, &i, block);
+    uint8_t *const to = target + static_cast<uint64_t>(block.y) * blocks->row_bytes;
+    size_t count = bytes;
+    const int32_t status = unpack(blocks, block, to, &count);
+    if (status != reader_done) return status;
+    std::memset(to + count, 0, bytes - count);
+  }
+  return final_status(*blocks);
+}
+
 int32_t take_rows(TiffBlocks *blocks, TakeTiffRow take, void *context) {
   const TiffFile &tiff = *blocks->tiff;
   const bool as_it_stands = tiff.compression == tiff_raw && !tiff.adds_up;
@@ -190,7 +248,7 @@ int32_t take_rows(TiffBlocks *blocks, TakeTiffRow take, void *context) {
                                         : take_unpacked(blocks, block, take, context);
     if (status != reader_done) return status;
   }
-  return blocks->overfull ? int32_t{tiff_corrupt} : int32_t{reader_done};
+  return final_status(*blocks);
 }
 
 }  // namespace quorix

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "imagein/lzw_strings.h"
 #include "imagein/tiff_directory.h"
+#include "imagein/tiff_unpack.h"
 
 namespace quorix {
 
@@ -32,7 +32,7 @@ struct TiffBlocks {
   uint64_t row_bytes;            // of a row of a strip or tile
   OwnedArray<uint8_t> unpacked;  // one strip or tile, where it cannot be used as it stands
   size_t unpacked_room;
-  OwnedArray<LzwString> strings;
+  OwnedArray<TiffString> strings;
   bool overfull;  // some strip or tile had more data than it holds
 };
 
@@ -53,6 +53,13 @@ void open_blocks(const TiffFile &tiff, ByteSource *source, TiffBlocks *blocks);
 // False if strips or tiles overlap so much that they have more bytes than the file several times
 // over: then their decoding would take a time that has nothing to do with the file's size.
 bool blocks_fit(const TiffBlocks &blocks);
+
+// Whether strips set every pixel of the picture, if nothing fails.
+bool fills_picture(const TiffBlocks &blocks);
+
+// Puts the bytes of all strips together at `target`, which has room for all rows of the picture,
+// each of row_bytes. For strips only; otherwise as take_rows.
+int32_t put_strips(TiffBlocks *blocks, uint8_t *target);
 
 // Hands over all rows, strip by strip or tile by tile. Uncompressed data that are missing are not
 // handed over; compressed data that are missing give tiff_corrupt. More data than a strip or tile

@@ -55,7 +55,13 @@ int32_t decode_tiff_file(ByteSource *source, RowSink *sink) {
   if (status != reader_done) return status;
   open_blocks(reader.tiff, source, &reader.blocks);
   if (!blocks_fit(reader.blocks)) return reader_bad_format;
-  if (!start_picture(sink, {reader.tiff.width, reader.tiff.height})) return reader_no_memory;
+  // Rows of RGB that are to be held are read and unpacked where they stay.
+  const bool in_place = !reader.tiff.tiled && is_rgb_already(reader.tiff);
+  PictureForm form = {reader.tiff.width, reader.tiff.height};
+  form.sets_all = in_place && fills_picture(reader.blocks);
+  if (!start_picture(sink, form)) return reader_no_memory;
+  if (in_place && sink->picture != nullptr)
+    return put_strips(&reader.blocks, sink->picture->pixels);
   return decode_picture(&reader);
 }
 

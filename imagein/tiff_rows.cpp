@@ -162,6 +162,10 @@ bool prepare_tiff_rows(const TiffFile &tiff, TiffRows *rows) {
   return rows->samples != nullptr;
 }
 
+bool is_rgb_already(const TiffFile &tiff) {
+  return conversion_of(tiff) == Conversion::copied && tiff.total_bits == 8 * rgb_bytes;
+}
+
 void find_extremes(TiffRows *rows, const TiffRow &row) {
   for (size_t i = 0; i < row.count / float_bytes; ++i) {
     const double value = float_at(*rows->tiff, row.bytes + float_bytes * i);

@@ -23,6 +23,9 @@ struct TiffRows {
 // What conversions need; false without memory.
 bool prepare_tiff_rows(const TiffFile &tiff, TiffRows *rows);
 
+// Whether rows of the file are rows of RGB as they stand.
+bool is_rgb_already(const TiffFile &tiff);
+
 // Widens minimum and maximum by the floats of a row.
 void find_extremes(TiffRows *rows, const TiffRow &row);
 

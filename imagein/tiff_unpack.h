@@ -7,8 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "imagein/lzw_strings.h"
-
 namespace quorix {
 
 enum class Unpacked : uint8_t {
@@ -17,11 +15,19 @@ enum class Unpacked : uint8_t {
   corrupt,   // codes that cannot be, or too few to fill the target
 };
 
-// `target` has room for `size` bytes.
-Unpacked unpack_packbits(const uint8_t *bytes, size_t count, uint8_t *target, size_t size);
+// What a code of LZW stands for: a string of bytes that was written to the target before, or a
+// single byte. The first 8 are at hand, the first of them lowest, and zeros behind the last.
+inline constexpr size_t tiff_codes = 4096;
 
-// `target` has room for size + lzw_spill bytes, `strings` for lzw_codes.
-Unpacked unpack_lzw(const uint8_t *bytes, size_t count, LzwString *strings, uint8_t *target,
+struct TiffString {
+  uint64_t head;
+  uint64_t
+      place;  // position << 16 | length; counted from the target's place at the last clear code
+};
+
+// `strings` has room for tiff_codes. Both write `size` bytes to `target` and nothing behind them.
+Unpacked unpack_packbits(const uint8_t *bytes, size_t count, uint8_t *target, size_t size);
+Unpacked unpack_lzw(const uint8_t *bytes, size_t count, TiffString *strings, uint8_t *target,
                     size_t size);
 
 // Whether so many bytes can stand for `size`: to be asked before memory is requested.
