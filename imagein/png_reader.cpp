@@ -48,6 +48,7 @@ struct PngReader {
   RowSink *sink;
   PngRows rows;
   InflateRun run;
+  int32_t delivered;          // rows of a picture that is not interlaced
   size_t group_rows;          // of the longest kind
   OwnedArray<uint8_t> group;  // the row above, then group_rows rows, all with their filter bytes
 };
@@ -90,6 +91,7 @@ void deliver_row(PngReader *reader, const PngPass &pass, int32_t row, uint8_t *b
     scatter_row(reader->sink->picture, pass, row, rgb, alpha, width);
   } else {
     put_row(reader->sink, rgb, alpha, 0, row, header.width);
+    reader->delivered = row + 1;
   }
 }
 
@@ -131,10 +133,29 @@ void decode_passes(PngReader *reader) {
     decode_pass(reader, pass);
 }
 
+// A picture without alpha need not be cleared before its rows come, only where they do not. Not so
+// if the file claims far more pixels than it can have: compression makes no more of a byte.
+bool clears_rest(const PngHeader &header) {
+  constexpr size_t most_of_a_byte = 1040;
+  const size_t row = 1 + png_row_bytes(header, static_cast<size_t>(header.width));
+  const auto rows = static_cast<size_t>(header.height);
+  const bool plausible = rows <= header.stream_bytes * most_of_a_byte / row;
+  return plausible && !header.interlaced && !has_alpha(header);
+}
+
+void clear_rest(const PngReader &reader) {
+  const ImageReader *const held = reader.sink->picture;
+  if (held == nullptr || !clears_rest(*reader.header)) return;
+  const size_t row = rgb_bytes * static_cast<size_t>(held->width);
+  const auto rows = static_cast<size_t>(held->height - reader.delivered);
+  std::memset(held->pixels + row * static_cast<size_t>(reader.delivered), 0, row * rows);
+}
+
 int32_t decode_stream(PngReader *reader) {
   const PngHeader &header = *reader->header;
   if (!start_inflate(&reader->run, header.stream, header.stream_bytes)) return png_not_started;
   decode_passes(reader);
+  clear_rest(*reader);
   const bool damaged = reader->run.state == InflateState::damaged;
   const bool ended = end_inflate(&reader->run);
   if (damaged) return png_damaged;
@@ -150,6 +171,7 @@ int32_t decode_png_file(ByteSource *source, RowSink *sink) {
   PictureForm form = {header.width, header.height, has_alpha(header)};
   form.background_done = header.has_background;
   form.complete_first = header.interlaced;
+  form.sets_all = clears_rest(header);
   if (!start_picture(sink, form)) return reader_no_memory;
   PngReader reader = {};
   reader.header = &header;
