@@ -193,9 +193,16 @@ def m51(root):
     print("m51.fits", len(file))
 
 
+def cat(root):
+    file = root / "usr/lib/python3/dist-packages/skimage/data/chelsea.png"
+    (HERE / "cat.png").write_bytes(file.read_bytes())
+    print("cat.png", file.stat().st_size)
+
+
 def main():
     root = pathlib.Path(sys.argv[1])
-    for make in (co2, sunspots, el_nino, penguins, michelson, elevation, geoid, land, zones, m51):
+    for make in (co2, sunspots, el_nino, penguins, michelson, elevation, geoid, land, zones, m51,
+                 cat):
         make(root)
 
 
