@@ -45,8 +45,8 @@ QUORIX_API int32_t qqpiwin(const int32_t *x, const int32_t *y, const int32_t *wi
  *
  * At another size than its own the picture is interpolated: bilinear, the corners onto the corners,
  * components truncated. Of each row as many pixels are sent as the picture was wide before: one made
- * wider shows its left part, and in one made narrower each row runs on into the next ones. To see
- * the whole of a scaled picture, crop or choose sizes of the same width.
+ * wider shows its left part, and in one made narrower each row runs on into the next ones: cut that
+ * off by a device size, told to the reader, that ends where the picture shall end.
  *
  * device         as above; 0 only gives the picture back
  * unused         not read, may be null
