@@ -2,6 +2,7 @@
 //
 // Windows bitmaps with the 40-byte information header, not compressed: 8 bits per pixel with a
 // colour table, or 24. Rows stand bottom first, each filled up to a multiple of 4 bytes.
+#include <algorithm>
 #include <utility>
 
 #include "imageout/imageout.h"

@@ -101,7 +101,7 @@ struct PageFit {
   double drawn_width, drawn_height;
 };
 
-// What qqpps and qqppdf are told of sizes; page_set and margin_set are 1 where those count.
+// What qqpps and qqppdf are told of the page; page_set is 1 where its size counts.
 struct PageRequest {
   int32_t page_set, page_width, page_height;
 };

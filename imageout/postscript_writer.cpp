@@ -2,8 +2,8 @@
 //
 // PostScript: a program that sets up the page, and the pixels in hexadecimal.
 //
-// The file is a text file, so on Windows the C library ends its lines in CR and LF. Rows go from
-// the device into the text one at a time; lines of digits take no notice of where rows end.
+// The file is a text file, so on Windows the C library ends its lines in CR and LF. Lines of digits
+// take no notice of where rows end.
 #include <algorithm>
 
 #include "imageout/imageout.h"

@@ -50,7 +50,8 @@ TiffLayout make_layout(const TiffWriter &tiff) {
   const auto width = static_cast<uint32_t>(std::max<int64_t>(area.width, 0));
   TiffLayout layout = {};
   layout.entries = tiff.form == TiffForm::palette ? 14 : 13;
-  layout.rows = static_cast<uint32_t>(std::max<int64_t>(area.height, 0));
+  // Rows without pixels are no strips: there may be billions of them.
+  layout.rows = has_pixels(area) ? static_cast<uint32_t>(area.height) : 0;
   layout.strip_bytes = width;
   uint32_t table_bytes = colour_map_values * sizeof(uint16_t);
   if (tiff.form == TiffForm::rgb) {

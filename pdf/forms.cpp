@@ -74,6 +74,8 @@ float scale_of(const Form &form) {
   return std::isfinite(scale) ? scale : 0;
 }
 
+// Kept: the corner of the box is taken off before the content is scaled, so only a corner at the
+// origin, or a scale of 1, comes exactly to the place.
 void draw_form(PdfDocument *document, const Form &form) {
   PdfLine line;
   add(&line, "1 0 0 1");

@@ -2,9 +2,9 @@
 //
 // Bookmarks: gathered by qqpdf9, written at the end in one pass.
 //
-// Each entry is linked with others that the text of the operation defines by searches. Searches
-// forward end at the first entry that is not below, so that each entry is passed at most once for
-// each level; what searches backward would find is kept per level.
+// Each entry is linked with its parent, its neighbours and the entries below it. Searches forward
+// end at the first entry that is not below, so that each entry is passed at most once for each
+// level; what searches backward would find is kept per level.
 #include <algorithm>
 #include <cstring>
 

@@ -98,8 +98,8 @@ QUORIX_API int32_t qqpfree(void);
  *  17  the opposite corner
  *  18  x 0: clips to that rectangle from here on; otherwise: does no longer
  *
- * Ops 7, 8, 15 and 18 take the integer below x + 0.5. x and y are read only by ops that use them.
- */
+ * Ops 7, 8, 15 and 18 take x + 0.5 without its fraction. x and y are read only by ops that use
+ * them. */
 QUORIX_API int32_t qqpdf2(const double *x, const double *y, int32_t op);
 
 /* Sets a colour, after closing an open path or text.
@@ -108,24 +108,34 @@ QUORIX_API int32_t qqpdf2(const double *x, const double *y, int32_t op);
  * fill              1: colour of areas and text; otherwise colour of lines */
 QUORIX_API int32_t qqpdf3(int32_t red, int32_t green, int32_t blue, int32_t fill);
 
-/* Fills a rectangle. A width or height below 0.01 becomes 0.708 around the same place; all four
- * values come back as they were written. Paths and texts should be closed, as qqpdf3 does. */
+/* Fills a rectangle. A width or height below 0.01 by absolute value becomes 0.708 around the same
+ * place; all four values come back as they were written. Paths and texts should be closed, as
+ * qqpdf3 does. */
 QUORIX_API int32_t qqpdf4(double *x, double *y, double *width, double *height);
 
 /* Writes one character, after stroking an open path. Characters of the same font and size form one
  * text.
  *
- * code      by absolute value: 1 to 126 ASCII; 127 to 187 the national letters A-umlaut,
- *           O-umlaut, U-umlaut, a-umlaut, o-umlaut, u-umlaut, sharp s, A-ring and so on; others are
- *           blanks. Negative: where it opens a text, the text gets the horizontal scale matrix[6]
+ * code      by absolute value: below 127 ASCII, control characters as they are; 127 to 187 the
+ *           national letters A-umlaut, O-umlaut, U-umlaut, a-umlaut, o-umlaut, u-umlaut, sharp s,
+ *           A-ring and so on; above that a blank. Negative: where it opens a text, the text gets
+ *           the horizontal scale matrix[6]
  * matrix    a, b, c, d, e, f of the text matrix, of which only the place (e, f) counts at rotation
  *           0 and 90, and the horizontal scale (1 is normal; read for negative codes alone)
  * rotation  0; 90; another value for the whole matrix
- * font      0 to 3 Times-Roman (roman, bold, italic, bold italic), 4 to 7 Helvetica, 8 to 11
- *           Helvetica-Narrow, 12 to 15 New Century Schoolbook (roman, italic, bold, bold italic),
- * 16 Zapf Chancery, 17 Zapf Dingbats, 18 to 21 Courier, 22 to 25 Avant Garde, 26 to 29 Bookman
- * (light, light italic, demi, demi italic), 30 to 33 Palatino, 34 Symbol. A call with another font
- * is ignored size      in points; negative: in tenths of a point */
+ * font      a call with a font not in this list is ignored:
+ *            0 to  3  Times: roman, bold, italic, bold italic
+ *            4 to  7  Helvetica: the same four
+ *            8 to 11  Helvetica-Narrow: the same four
+ *           12 to 15  New Century Schoolbook: roman, italic, bold, bold italic
+ *           16        Zapf Chancery
+ *           17        Zapf Dingbats
+ *           18 to 21  Courier: roman, bold, italic, bold italic
+ *           22 to 25  Avant Garde: book, demi, book oblique, demi oblique
+ *           26 to 29  Bookman: light, light italic, demi, demi italic
+ *           30 to 33  Palatino: roman, italic, bold, bold italic
+ *           34        Symbol
+ * size      in points; negative: in tenths of a point */
 QUORIX_API int32_t qqpdf5(int32_t code, const double *matrix, int32_t rotation, int32_t font,
                           int32_t size);
 
@@ -133,10 +143,12 @@ QUORIX_API int32_t qqpdf5(int32_t code, const double *matrix, int32_t rotation, 
  *
  * data, length        operators that need no resources
  * box_...             rectangle of the content, in its own coordinates
- * place_x, place_y    where its lower left corner comes, in points
+ * place_x, place_y    the lower left corner of the room for it, in points. The content stands
+ *                     there, or in the upper left corner where it is turned, provided that its box
+ *                     begins at (0, 0): another corner is taken off unscaled
  * target_width, target_height
- *                     the room for it; the smaller of the two scales is taken for both directions
- *                     and has 2 decimals
+ *                     the size of the room; the smaller of the two scales is taken for both
+ *                     directions and has 2 decimals
  * compress            not 0: compress the form
  * rotate              1: turned by 90 degrees clockwise; another value but 0 fits the box as if it
  *                     were, but does not turn it

@@ -193,5 +193,18 @@ TEST_F(TiffWriter, WritesADirectoryWithoutRowsForAnEmptyClip) {
             literal_tiff(call_for(picture), {5, 0, {}, {}}));
 }
 
+TEST_F(TiffWriter, WritesNoStripsForRowsWithoutPixels) {
+  const DrawnPicture picture = plot_picture(5, 4, 1);
+  show_on_raster(picture, false);
+  set_clip(0, 0, 0, INT32_MAX);
+  const Bytes file = file_bytes(write_tiff, call_for(picture));
+  // Header 8, directory 2 + 14 * 12 + 4, resolutions 16, map of 768 * 2 bytes.
+  EXPECT_EQ(file.size(), 1734U);
+  EXPECT_EQ(value_of(file, 256), 0U);
+  EXPECT_EQ(value_of(file, 257), uint32_t{INT32_MAX});
+  for (const uint32_t tag : {273U, 279U})
+    EXPECT_EQ(word_at(file, entry_of(file, tag) + 4, 4), 0U) << tag;
+}
+
 }  // namespace
 }  // namespace quorix::testing
