@@ -19,8 +19,8 @@ extern "C" {
  * standard 4.0). One file is open at a time. Data come as they stand in the file, high byte first
  * and without BSCALE and BZERO applied.
  *
- * Kept: the data are taken to begin n mod 36 lines behind a header of n lines, END included. That is
- * right for headers that fill their blocks of 36 lines to the end or to the half; comment lines
+ * Kept: the data are taken to begin n mod 36 lines behind a header of n lines, END included. That
+ * is right for headers that fill their blocks of 36 lines to the end or to the half; comment lines
  * bring a header there.
  */
 

@@ -11,15 +11,15 @@
  *                 device_width and device_height are the device's size, where the picture is cut.
  *                 Pixels with alpha are blended with what the device shows.
  *
- * x, y, device_width and device_height only matter when rows are shown; of a held picture the latter
- * two are kept for qqpiscl. `unused` is not read and may be null. All arguments are passed by
- * reference.
+ * x, y, device_width and device_height only matter when rows are shown; of a held picture the
+ * latter two are kept for qqpiscl. `unused` is not read and may be null. All arguments are passed
+ * by reference.
  *
  * Statuses of all readers: 0 done; -1 the file cannot be opened, or a device is named and there is
  * no drawing record yet (qqvini makes it); -2 no memory; -3 not a file of the format, or a damaged
- * one; -9 there is no such device in this library. Nothing is held of a picture whose reading failed;
- * on a device the rows that were decoded stay. A picture that was held before is gone if the new one
- * was begun.
+ * one; -9 there is no such device in this library. Nothing is held of a picture whose reading
+ * failed; on a device the rows that were decoded stay. A picture that was held before is gone if
+ * the new one was begun.
  */
 #ifndef QUORIX_IMAGEIN_H
 #define QUORIX_IMAGEIN_H
@@ -44,9 +44,9 @@ QUORIX_API int32_t qqpiwin(const int32_t *x, const int32_t *y, const int32_t *wi
  * was told.
  *
  * At another size than its own the picture is interpolated: bilinear, the corners onto the corners,
- * components truncated. Of each row as many pixels are sent as the picture was wide before: one made
- * wider shows its left part, and in one made narrower each row runs on into the next ones: cut that
- * off by a device size, told to the reader, that ends where the picture shall end.
+ * components truncated. Of each row as many pixels are sent as the picture was wide before: one
+ * made wider shows its left part, and in one made narrower each row runs on into the next ones: cut
+ * that off by a device size, told to the reader, that ends where the picture shall end.
  *
  * device         as above; 0 only gives the picture back
  * unused         not read, may be null
@@ -58,8 +58,8 @@ QUORIX_API int32_t qqpiscl(const int32_t *device, const void *unused, const int3
                            int32_t *status);
 
 /* Copies `count` pixels of the held picture from column x of row y on into `row`: three bytes each,
- * red, green, blue. What lies outside the picture is 0. Without a held picture `row` stays as it is.
- * With a count of -1 the held picture is given back, and nothing else is looked at. */
+ * red, green, blue. What lies outside the picture is 0. Without a held picture `row` stays as it
+ * is. With a count of -1 the held picture is given back, and nothing else is looked at. */
 QUORIX_API int32_t qqpgrow(uint8_t *row, const int32_t *x, const int32_t *y, const int32_t *count);
 
 /* Reads a Windows bitmap with the information header of 40 bytes: 1, 4, 8 or 24 bits per pixel, or
@@ -67,11 +67,11 @@ QUORIX_API int32_t qqpgrow(uint8_t *row, const int32_t *x, const int32_t *y, con
  *
  * Pixels are taken to follow the colour table directly. Other depths, and compressions other than
  * run lengths, give status 0 and no pixels, and so do bitmaps with a negative height (rows from the
- * top), which are held as pictures without rows. A file of plain rows that ends early gives those it
- * has.
+ * top), which are held as pictures without rows. A file of plain rows that ends early gives those
+ * it has.
  *
- * status  as above. -3: the width is not positive, the header is not whole, depth and compression do
- *         not go together, or run lengths end without their end code */
+ * status  as above. -3: the width is not positive, the header is not whole, depth and compression
+ * do not go together, or run lengths end without their end code */
 QUORIX_API int32_t qqpibmp(const char *file, const int32_t *device, const void *unused,
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
@@ -88,11 +88,11 @@ QUORIX_API int32_t qqpigif(const char *file, const int32_t *device, const void *
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
 
-/* Reads a PNG file (ISO/IEC 15948): all colours and depths, interlaced or not. Samples of 16 bits are
- * reduced to their high byte. A tRNS chunk or alpha samples give the picture an alpha, with which it
- * is blended over what the device shows. A bKGD chunk leaves no alpha: alpha samples are blended with
- * the background, a tRNS chunk is dropped. CRCs are not checked. An interlaced picture is shown when
- * it is complete, and no picture is held after that.
+/* Reads a PNG file (ISO/IEC 15948): all colours and depths, interlaced or not. Samples of 16 bits
+ * are reduced to their high byte. A tRNS chunk or alpha samples give the picture an alpha, with
+ * which it is blended over what the device shows. A bKGD chunk leaves no alpha: alpha samples are
+ * blended with the background, a tRNS chunk is dropped. CRCs are not checked. An interlaced picture
+ * is shown when it is complete, and no picture is held after that.
  *
  * A file that ends early gives the rows it has, and status 0.
  *
@@ -103,17 +103,18 @@ QUORIX_API int32_t qqpipng(const char *file, const int32_t *device, const void *
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
 
-/* Reads a TIFF picture (TIFF 6.0, the first directory of the file): strips or tiles, uncompressed, LZW
- * or PackBits; grey of 1, 2, 4 or 8 bits or 32-bit floats (scaled between their extremes), RGB of 2,
- * 4, 8 or 16 bits, palettes of 2, 4 or 8 bits; both byte orders. Other depths give black pixels.
+/* Reads a TIFF picture (TIFF 6.0, the first directory of the file): strips or tiles, uncompressed,
+ * LZW or PackBits; grey of 1, 2, 4 or 8 bits or 32-bit floats (scaled between their extremes), RGB
+ * of 2, 4, 8 or 16 bits, palettes of 2, 4 or 8 bits; both byte orders. Other depths give black
+ * pixels.
  *
  * Some of its ways are its own. Where white is 0 only black and white are exchanged, greys stay.
  * RGB of 16 bits shows the first byte of each sample, whatever the byte order. Differences
- * (predictor 2) run through a whole strip or tile. Uncompressed data that the file does not have are
- * left out without an error.
+ * (predictor 2) run through a whole strip or tile. Uncompressed data that the file does not have
+ * are left out without an error.
  *
- * status  as above. -3: the directory does not lie within the file, strips or tiles have no sizes, or
- *         have far more bytes than the file. -5: done, but some index of 2 or 4 bits is outside the
+ * status  as above. -3: the directory does not lie within the file, strips or tiles have no sizes,
+ * or have far more bytes than the file. -5: done, but some index of 2 or 4 bits is outside the
  *         palette and counts as index 0 (not told for tiles). -11: the file asks for something that
  *         this reader does not support. -12: the compressed data are damaged */
 QUORIX_API int32_t qqpitif(const char *file, const int32_t *device, const void *unused,
@@ -125,13 +126,12 @@ QUORIX_API int32_t qqpitif(const char *file, const int32_t *device, const void *
  * file           name of the file
  * array          at least `size` elements; not touched for size 0, and may be null then
  * size           elements of the array; 0: only count them
- * channel        0: all values, as five planes one behind another; 1 to 5: that value of each pixel;
- *                -1: three bytes per pixel, the high bytes of values 3, 2 and 1
- * status         the elements needed or stored, at least 0: with M the bytes of the longest of S
- *                strips M * S / 2 for channel 0, M * S / 10 for 1 to 5, and (M * S * 3 / 10 + 1) / 2
- *                for -1. What no strip fills is 0.
- *                -1 the file cannot be opened; -2 no memory; -3 no TIFF file, or a damaged one; -11
- *                something that this reader does not support; -12 the array is too small */
+ * channel        0: all values, as five planes one behind another; 1 to 5: that value of each
+ * pixel; -1: three bytes per pixel, the high bytes of values 3, 2 and 1 status         the elements
+ * needed or stored, at least 0: with M the bytes of the longest of S strips M * S / 2 for channel
+ * 0, M * S / 10 for 1 to 5, and (M * S * 3 / 10 + 1) / 2 for -1. What no strip fills is 0. -1 the
+ * file cannot be opened; -2 no memory; -3 no TIFF file, or a damaged one; -11 something that this
+ * reader does not support; -12 the array is too small */
 QUORIX_API int32_t qqpltif(const char *file, uint16_t *array, const int32_t *size,
                            const int32_t *channel, int32_t *status);
 
