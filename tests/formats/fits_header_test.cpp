@@ -36,6 +36,7 @@ TEST_F(FitsHeader, TellsThatAFileCannotBeOpened) {
   EXPECT_EQ(open_fits("missing"), -1);
   EXPECT_EQ(close_fits(), -1) << "nothing is open";
   EXPECT_EQ(open_fits(""), -1);
+  EXPECT_EQ(open_fits(std::string(100000, 'n')), -1);
 }
 
 TEST_F(FitsHeader, KeepsTheOpenFileWhereAnotherCannotBeOpened) {
@@ -235,6 +236,13 @@ TEST_F(FitsHeader, CutsCardsAtAZeroByte) {
 }
 
 }  // namespace
+
+TEST(FitsFileOnDisk, MayBeMissing) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(open_fits(folder.file("missing")), -1);
+  EXPECT_EQ(open_fits(folder.file("no/folder")), -1);
+  EXPECT_EQ(open_fits(folder.file(std::string(100000, 'n'))), -1);
+}
 
 TEST(FitsFileOnDisk, GivesItsData) {
   const TemporaryFolder folder;

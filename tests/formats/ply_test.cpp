@@ -428,6 +428,14 @@ TEST_F(PlyWriter, SurvivesEveryFailingFileCall) {
   }
 }
 
+TEST_F(PlyWriter, KeepsItsFileOpenThoughAllOfItIsThere) {
+  FailingFiles files;
+  ASSERT_EQ(add_face(triangle), 0);
+  const PlyFile file = parse_ply(written());
+  EXPECT_EQ(file.faces.size(), 1U);
+  EXPECT_EQ(files.open_files(), 1U) << "kept: the stream is never closed";
+}
+
 TEST_F(PlyWriter, ReplacesAFileThatWasThere) {
   write_whole_file(folder_.file("a.ply"), Bytes(100000, 'x'));
   ASSERT_EQ(add_face(triangle), 0);

@@ -313,6 +313,14 @@ TEST_F(OpenedFont, TellsThatFileCallsFail) {
   }
 }
 
+TEST(OpenedFontOnDisk, MayBeMissing) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(open_font(folder.file("missing")), 1);
+  EXPECT_EQ(open_font(folder.file("no/folder")), 1);
+  EXPECT_EQ(open_font(folder.file(std::string(100000, 'n'))), 1);
+  qqttf3();
+}
+
 TEST(OpenedFontOnDisk, IsReadAsBytes) {
   const TemporaryFolder folder;
   // 0x1A and 0x0D 0x0A in the outline must come through.
