@@ -44,7 +44,7 @@ class SmallMemory {
   SmallMemory &operator=(const SmallMemory &) = delete;
 
  private:
-  static constexpr size_t largest_block = 16 << 20;
+  static constexpr size_t largest_block = 1 << 20;
 
   static MemoryGate &gate_before() {
     static MemoryGate gate;
