@@ -187,6 +187,27 @@ TEST_F(PdfFailures, AStreamWithoutABufferIsWrittenAsItComesAndTheNextTriesAgain)
   EXPECT_EQ(unbuffered, 1U);
 }
 
+TEST_F(PdfFailures, AWriteLargerThanABufferNeedsNone) {
+  const std::string large(400000, ' ');
+  ASSERT_EQ(begin_document(compressed_memory), 0);
+  {
+    const FailingMemory none(1, Failures::that_and_all_later);
+    send(large);
+  }
+  send("% more\n");
+  draw(op_end);
+  const std::string document = memory_bytes();
+  const PdfParts parts = take_apart(document);
+  ASSERT_EQ(parts.problem, "");
+  EXPECT_EQ(document.substr(0, 99),
+            ("%PDF-1.3\n3 0 obj\n<< /Length 16 >>\nstream\n0.709 w\n2 J\n2 j\nendstream\nendobj\n"
+             "4 0 obj\n<< /Length 5 0 R >>\nstream\n" +
+             large)
+                .substr(0, 99));
+  EXPECT_EQ(streams_of_page(parts, parts.pages.at(0)), (std::vector<size_t>{3, 4}));
+  EXPECT_EQ(parts.objects[4].data, large + "% more\n");
+}
+
 TEST_F(PdfFailures, RefusedTablesOfManyObjectsDoNoHarm) {
   for (const int32_t mode : {plain_file, compressed_memory}) {
     bool refused = true;
