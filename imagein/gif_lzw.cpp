@@ -64,20 +64,40 @@ void add_code(GifDecoder *gif, uint8_t pixel) {
   }
 }
 
-// A code that stands for pixels, or should.
-uint8_t *take_code(GifDecoder *gif, uint32_t code, uint8_t *pixels) {
+// The string of a code that stands for pixels; null if it does not.
+const LzwString *take_code(GifDecoder *gif, uint32_t code) {
   const bool prefixed = gif->old < lzw_codes;
   const bool known = prefixed ? code <= gif->next : code < gif->clear;
-  if (!known) {
-    gif->state = GifState::damaged;
-    return pixels;
-  }
-  const LzwString *const strings = gif->strings;
+  if (!known) return nullptr;
   if (prefixed && gif->next < lzw_codes) {
-    add_code(gif, strings[code == gif->next ? gif->old : code].first);
+    add_code(gif, gif->strings[code == gif->next ? gif->old : code].first);
   }
   gif->old = code;
-  return put_string(strings, &strings[code], pixels);
+  return &gif->strings[code];
+}
+
+// The string of the next code; null behind the last. A clear code is none itself, but what follows
+// it must be one.
+const LzwString *next_string(GifDecoder *gif) {
+  for (;;) {
+    if (!fill_bits(gif)) break;
+    const auto code = static_cast<uint32_t>(gif->bits & ((1U << gif->code_size) - 1));
+    gif->bits >>= gif->code_size;
+    gif->bit_count -= gif->code_size;
+    if (code == gif->clear && gif->old != after_clear) {
+      forget_codes(gif);
+    } else if (code == gif->clear + 1 && gif->old != after_clear) {
+      gif->state = GifState::ended;
+      gif->at = gif->block_end;
+      return nullptr;
+    } else {
+      const LzwString *const string = take_code(gif, code);
+      if (string == nullptr) break;
+      return string;
+    }
+  }
+  gif->state = GifState::damaged;
+  return nullptr;
 }
 
 }  // namespace
@@ -106,26 +126,16 @@ size_t decode_gif(GifDecoder *gif, uint8_t *pixels, size_t wanted) {
   GifDecoder now = *gif;  // in registers
   uint8_t *to = pixels;
   while (to < pixels + wanted && now.state == GifState::more) {
-    if (!fill_bits(&now)) {
-      now.state = GifState::damaged;
-      break;
-    }
-    const auto code = static_cast<uint32_t>(now.bits & ((1U << now.code_size) - 1));
-    now.bits >>= now.code_size;
-    now.bit_count -= now.code_size;
-    if (now.old == after_clear) {
-      to = take_code(&now, code, to);
-    } else if (code == now.clear) {
-      forget_codes(&now);
-    } else if (code == now.clear + 1) {
-      now.state = GifState::ended;
-      now.at = now.block_end;
-    } else {
-      to = take_code(&now, code, to);
-    }
+    const LzwString *const string = next_string(&now);
+    if (string != nullptr) to = put_string(now.strings, string, to);
   }
   *gif = now;
   return static_cast<size_t>(to - pixels);
+}
+
+void skip_gif(GifDecoder *gif) {
+  while (gif->state == GifState::more)
+    next_string(gif);
 }
 
 }  // namespace quorix

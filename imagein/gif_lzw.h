@@ -50,4 +50,7 @@ void start_gif(GifDecoder *gif, LzwString *strings, const uint8_t *bytes, const 
 // bits.
 size_t decode_gif(GifDecoder *gif, uint8_t *pixels, size_t wanted);
 
+// Goes on to the last code, without pixels.
+void skip_gif(GifDecoder *gif);
+
 }  // namespace quorix

@@ -103,8 +103,8 @@ struct GifRows {
   uint8_t *rgb;
 };
 
-// Sends the full rows among `count` pixels; returns how many pixels they were. Rows beyond the last
-// are dropped.
+// Sends the full rows among `count` pixels; returns how many pixels they were. What is beyond the
+// last row is dropped.
 size_t send_rows(GifRows *rows, const uint8_t *indices, size_t count) {
   const auto width = static_cast<size_t>(rows->image->width);
   size_t sent = 0;
@@ -168,6 +168,7 @@ int32_t decode_rows(const GifImage &image, const uint8_t *bytes, const uint8_t *
     const size_t sent = send_rows(&rows, indices, count);
     kept = count - sent;
     std::memmove(indices, indices + sent, kept);
+    if (rows.order.row >= image.height) skip_gif(&gif);
   }
   const bool whole = gif.state == GifState::ended && ends_well(gif.at, end);
   return whole ? reader_done : reader_bad_format;

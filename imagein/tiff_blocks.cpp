@@ -96,10 +96,25 @@ bool get_room(TiffBlocks *blocks, size_t bytes) {
   return blocks->unpacked != nullptr;
 }
 
+template <size_t step>
+void add_up_by(uint8_t *bytes, size_t count) {
+  uint8_t sums[step] = {};
+  size_t i = 0;
+  for (; i + step <= count; i += step) {
+    for (size_t k = 0; k < step; ++k)
+      bytes[i + k] = sums[k] = static_cast<uint8_t>((sums[k] + bytes[i + k]) & 255);
+  }
+  for (size_t k = 0; i + k < count; ++k)
+    bytes[i + k] = static_cast<uint8_t>((sums[k] + bytes[i + k]) & 255);
+}
+
 // Kept: differences run through the whole strip or tile, not only through a row.
-void add_up(uint8_t *bytes, size_t count, size_t step) {
-  for (size_t i = step; i < count; ++i)
-    bytes[i] = static_cast<uint8_t>((bytes[i] + bytes[i - step]) & 255);
+void add_up(const TiffFile &tiff, uint8_t *bytes, size_t count) {
+  if (tiff.photometric == tiff_rgb) {
+    add_up_by<3>(bytes, count);
+  } else {
+    add_up_by<1>(bytes, count);
+  }
 }
 
 // Reads the bytes of an uncompressed strip or tile, of which `*count` are in the file.
@@ -125,7 +140,7 @@ int32_t unpack(TiffBlocks *blocks, const Block &block, uint8_t *target, size_t *
     if (result == Unpacked::corrupt) return tiff_corrupt;
     blocks->overfull = blocks->overfull || result == Unpacked::overfull;
   }
-  if (tiff.adds_up) add_up(target, *count, tiff.photometric == tiff_rgb ? 3 : 1);
+  if (tiff.adds_up) add_up(tiff, target, *count);
   return reader_done;
 }
 
