@@ -56,8 +56,8 @@ QUORIX_API int32_t qqfits3(const char *keyword, int32_t *ivalue, double *dvalue,
  *   size    room in the buffer; 0 asks for the number of bytes and reads nothing
  *   result  the number of bytes: |BITPIX| / 8, at least 1, times all axes, or of one element if
  *           there is no axis. -1 the room is too small, an axis is negative, or the number does not
- *           fit in 32 bits; -2 the file ends before, and the buffer is undefined; -3 no file is
- * open
+ *           fit in 32 bits; -2 the file ends before, and the buffer is undefined; -3 no file
+ *           is open
  */
 QUORIX_API int32_t qqfits4(uint8_t *buffer, const int32_t *size, int32_t *result);
 
@@ -77,8 +77,8 @@ QUORIX_API int32_t qqfits5(const char *keyword, char *buffer, const int32_t *siz
  *
  *   number  1 for the first unit; a smaller number counts as 1
  *   result  the unit's type: 0 primary or none told, 1 image, 2 ASCII table, 3 binary table, where
- * a keyword EXTENSION tells it (kept: XTENSION does not). -1 the unit cannot be reached, for
- *           instance because of a negative axis before it; -2 no memory; -3 no BITPIX in that
+ *           a keyword EXTENSION tells it (kept: XTENSION does not). -1 the unit cannot be reached,
+ *           for instance because of a negative axis before it; -2 no memory; -3 no BITPIX in that
  *           unit, or no such unit; -4 no NAXIS, or one outside 0 to 999; -5 one of its NAXISn is
  *           missing; -6 no file is open
  */

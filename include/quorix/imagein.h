@@ -71,7 +71,7 @@ QUORIX_API int32_t qqpgrow(uint8_t *row, const int32_t *x, const int32_t *y, con
  * it has.
  *
  * status  as above. -3: the width is not positive, the header is not whole, depth and compression
- * do not go together, or run lengths end without their end code */
+ *         do not go together, or run lengths end without their end code */
 QUORIX_API int32_t qqpibmp(const char *file, const int32_t *device, const void *unused,
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
@@ -114,9 +114,9 @@ QUORIX_API int32_t qqpipng(const char *file, const int32_t *device, const void *
  * are left out without an error.
  *
  * status  as above. -3: the directory does not lie within the file, strips or tiles have no sizes,
- * or have far more bytes than the file. -5: done, but some index of 2 or 4 bits is outside the
- *         palette and counts as index 0 (not told for tiles). -11: the file asks for something that
- *         this reader does not support. -12: the compressed data are damaged */
+ *         or have far more bytes than the file. -5: done, but some index of 2 or 4 bits is outside
+ *         the palette and counts as index 0 (not told for tiles). -11: the file asks for something
+ *         that this reader does not support. -12: the compressed data are damaged */
 QUORIX_API int32_t qqpitif(const char *file, const int32_t *device, const void *unused,
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);
@@ -127,11 +127,12 @@ QUORIX_API int32_t qqpitif(const char *file, const int32_t *device, const void *
  * array          at least `size` elements; not touched for size 0, and may be null then
  * size           elements of the array; 0: only count them
  * channel        0: all values, as five planes one behind another; 1 to 5: that value of each
- * pixel; -1: three bytes per pixel, the high bytes of values 3, 2 and 1 status         the elements
- * needed or stored, at least 0: with M the bytes of the longest of S strips M * S / 2 for channel
- * 0, M * S / 10 for 1 to 5, and (M * S * 3 / 10 + 1) / 2 for -1. What no strip fills is 0. -1 the
- * file cannot be opened; -2 no memory; -3 no TIFF file, or a damaged one; -11 something that this
- * reader does not support; -12 the array is too small */
+ *                pixel; -1: three bytes per pixel, the high bytes of values 3, 2 and 1
+ * status         the elements needed or stored, at least 0: with M the bytes of the longest of S
+ *                strips M * S / 2 for channel 0, M * S / 10 for 1 to 5, and
+ *                (M * S * 3 / 10 + 1) / 2 for -1. What no strip fills is 0.
+ *                -1 the file cannot be opened; -2 no memory; -3 no TIFF file, or a damaged one;
+ *                -11 something that this reader does not support; -12 the array is too small */
 QUORIX_API int32_t qqpltif(const char *file, uint16_t *array, const int32_t *size,
                            const int32_t *channel, int32_t *status);
 

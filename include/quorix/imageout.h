@@ -96,9 +96,10 @@ QUORIX_API int32_t qqpgif(const char *file, const int32_t *device, const int32_t
  * height      size in pixels; negative: the device holds true colours. Then the palette form gets a
  *             palette computed, and the bilevel form looks at them
  * palette     256 words 0xRRGGBB; what indices mean in the palette form and, with a positive
- * height, in the bilevel form. Otherwise not read form        negative: bilevel, whatever device
- * says resolution  on entry pixels per inch; negative: per centimetre; 0: 100 per inch. On return
- * the status, see above. After -2 the file has all but the pixels and what precedes them */
+ *             height, in the bilevel form. Otherwise not read
+ * form        negative: bilevel, whatever device says
+ * resolution  on entry pixels per inch; negative: per centimetre; 0: 100 per inch. On return the
+ *             status, see above. After -2 the file has all but the pixels and what precedes them */
 QUORIX_API int32_t qqptif(const char *file, const int32_t *device, const int32_t *order,
                           const int32_t *width, const int32_t *height, const uint32_t *palette,
                           const int32_t *form, int32_t *resolution);
@@ -115,8 +116,8 @@ QUORIX_API int32_t qqptif(const char *file, const int32_t *device, const int32_t
  *                8 bits per pixel get a palette computed
  * palette        `colours` words 0xRRGGBB; not read where one is computed, and with 24 bits
  * colours        entries of the colour table, not used with 24 bits. Readers want 256, or fewer if
- * no index is larger. A computed palette of fewer colours is filled up with black status see above.
- * After -2 the file holds its header */
+ *                no index is larger. A computed palette of fewer colours is filled up with black
+ * status         see above. After -2 the file holds its header */
 QUORIX_API int32_t qqpbmp(const char *file, const int32_t *device, const int32_t *order,
                           const int32_t *width, const int32_t *height, const uint32_t *palette,
                           const int32_t *colours, int32_t *status);
