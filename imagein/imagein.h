@@ -137,8 +137,4 @@ using Decoder = int32_t (*)(ByteSource *source, RowSink *sink);
 // The whole of a reading operation, which returns what this returns.
 int32_t read_image(const char *file, const ReaderTarget &target, int32_t *status, Decoder decode);
 
-// The rest of a source in one piece, by one large read: for decoders that jump about in their file.
-// Empty without memory, and where the source fails; `source->failed` tells them apart.
-OwnedArray<uint8_t> read_rest(ByteSource *source, size_t *bytes);
-
 }  // namespace quorix

@@ -35,15 +35,4 @@ int32_t read_image(const char *file, const ReaderTarget &target, int32_t *status
   return 0;
 }
 
-OwnedArray<uint8_t> read_rest(ByteSource *source, size_t *bytes) {
-  const uint64_t left = bytes_left(*source);
-  *bytes = 0;
-  if (left > SIZE_MAX) return {};
-  OwnedArray<uint8_t> rest = allocate_array<uint8_t>(static_cast<size_t>(left));
-  if (rest == nullptr) return {};
-  if (read_bytes(source, rest.get(), static_cast<size_t>(left)) != left) return {};
-  *bytes = static_cast<size_t>(left);
-  return rest;
-}
-
 }  // namespace quorix

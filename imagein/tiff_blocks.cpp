@@ -248,6 +248,7 @@ int32_t put_strips(TiffBlocks *blocks, uint8_t *target) {
     size_t count = bytes;
     const int32_t status = unpack(blocks, block, to, &count);
     if (status != reader_done) return status;
+    count -= count % rgb_bytes;  // no pixel in part
     std::memset(to + count, 0, bytes - count);
   }
   return final_status(*blocks);

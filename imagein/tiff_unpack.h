@@ -21,8 +21,7 @@ inline constexpr size_t tiff_codes = 4096;
 
 struct TiffString {
   uint64_t head;
-  uint64_t
-      place;  // position << 16 | length; counted from the target's place at the last clear code
+  uint64_t place;  // position << 16 | length, from where the target stood at the last clear code
 };
 
 // `strings` has room for tiff_codes. Both write `size` bytes to `target` and nothing behind them.
