@@ -25,6 +25,10 @@ constexpr int32_t least_curve_steps = 5;
 constexpr int32_t units_per_step = 5;
 constexpr size_t header_size = 10;  // number of contours and bounding box
 
+// Points and contours of all components of a glyph together. Without a limit a small file could
+// keep its reader busy for hours, by components that are all the same large glyph.
+constexpr int64_t most_read = int64_t{1} << 24;
+
 enum PointFlag : uint8_t {
   flag_on_curve = 1,
   flag_x_byte = 2,
@@ -64,6 +68,7 @@ struct Outline {
   double scale;
   int64_t points = 0;
   int64_t contours = 0;
+  int64_t read = 0;  // points and contours that components have in the file
 };
 
 int32_t saturated(int64_t count) {
@@ -310,6 +315,7 @@ template <class Bytes>
 TtfStatus read_simple_glyph(TtfFont *font, size_t start, Outline *out) {
   SimpleGlyph glyph = {};
   const TtfStatus status = open_simple_glyph<Bytes>(font, start, &glyph);
+  out->read += std::max(glyph.contours, 0) + static_cast<int64_t>(glyph.points);
   if (status != ttf_done) return status;
   if (out->room > out->points) {
     keep_weights(&font->weights, out->curve_points);
@@ -398,7 +404,8 @@ TtfStatus read_component(TtfFont *font, int32_t number, Outline *out) {
   return read_simple_glyph<Bytes>(font, start, out);
 }
 
-// Kept: what became of a component is forgotten when the next one is read.
+// Kept: what became of a component is forgotten when the next one is read. Behind most_read the
+// other components are left out.
 template <class Bytes>
 TtfStatus read_composite_glyph(TtfFont *font, size_t start, Outline *out) {
   const double scale = out->scale;
@@ -410,6 +417,10 @@ TtfStatus read_composite_glyph(TtfFont *font, size_t start, Outline *out) {
     flags = cursor.number();
     const auto number = static_cast<int32_t>(cursor.number());
     if (cursor.past()) break;
+    if (out->read > most_read) {
+      status = ttf_bad_glyph;
+      break;
+    }
     const int64_t first = out->points;
     status = read_component<Bytes>(font, number, out);
     place_component(read_placement(&cursor, flags), first, out);
@@ -471,7 +482,9 @@ extern "C" int32_t qqttf2(int32_t code, double *x, double *y, int32_t max_points
   quorix::Outline out = {x, y, contour_sizes, max_points, steps - 1, scale};
   const int32_t unicode = is_unicode ? code : quorix::unicode_of_code(code);
   *status = quorix::read_character(font, unicode, &out);
-  const bool too_small = max_points != 0 && out.points > max_points;
+  const bool too_small = max_points != 0 && out.points > 0 && out.points > max_points;
+  // A last component that is blank has not told.
+  if (too_small && *status == quorix::ttf_done) *status = quorix::ttf_arrays_too_small;
   *point_count = too_small ? 0 : quorix::saturated(out.points);
   *contour_count = quorix::saturated(out.contours);
   return 0;

@@ -49,6 +49,7 @@ struct PngReader {
   PngRows rows;
   InflateRun run;
   int32_t delivered;          // rows of a picture that is not interlaced
+  bool group_used;            // some row was filled, so `group` is no longer all 0
   size_t group_rows;          // of the longest kind
   OwnedArray<uint8_t> group;  // the row above, then group_rows rows, all with their filter bytes
 };
@@ -114,10 +115,12 @@ void decode_pass(PngReader *reader, const PngPass &pass) {
   const size_t pixel = png_pixel_bytes(header);
   const size_t bytes = 1 + png_row_bytes(header, width);
   uint8_t *const above = reader->group.get();
-  std::memset(above, 0, bytes);
+  // Memory that the file only claims to need is never touched.
+  if (reader->group_used) std::memset(above, 0, bytes);
   for (int32_t row = 0; row < height && reader->run.state == InflateState::more;) {
     const size_t wanted = std::min(reader->group_rows, static_cast<size_t>(height - row));
     const size_t filled = inflate_rows(reader, above + bytes, wanted, bytes);
+    reader->group_used = reader->group_used || filled != 0;
     for (size_t i = 1; i <= filled; ++i, ++row) {
       uint8_t *const at = above + i * bytes;
       unfilter_png_row(at[0], at + 1, at + 1 - bytes, bytes - 1, pixel);

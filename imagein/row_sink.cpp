@@ -99,13 +99,17 @@ void put_row(RowSink *sink, uint8_t *rgb, const uint8_t *alpha, int64_t column, 
   }
 }
 
+// A file may claim rows without number, so those beside the device are not even tried.
 void show_picture(RowSink *sink, ImageReader *picture) {
   const auto width = static_cast<size_t>(picture->width);
-  const uint8_t *alpha = open_alpha(*picture);
-  uint8_t *rgb = picture->pixels;
-  for (int32_t row = 0; row < picture->height; ++row, rgb += width * rgb_bytes) {
-    put_row(sink, rgb, alpha, 0, row, picture->width);
-    if (alpha != nullptr) alpha += width;
+  uint8_t *const alpha = open_alpha(*picture);
+  const int64_t first = std::max<int64_t>(-int64_t{sink->target.y}, 0);
+  const int64_t behind = int64_t{sink->target.device_height} - sink->target.y;
+  const int64_t end = std::min<int64_t>(picture->height, behind);
+  for (int64_t row = first; row < end; ++row) {
+    const size_t at = static_cast<size_t>(row) * width;
+    put_row(sink, picture->pixels + at * rgb_bytes, alpha != nullptr ? alpha + at : nullptr, 0, row,
+            picture->width);
   }
 }
 

@@ -103,7 +103,8 @@ QUORIX_API int32_t qqttf1(const char *filename, uint8_t swap_bytes, int32_t *sta
  *                themselves; anything else if it is a Unicode value.
  *                Output: 0 done; 1 no font is open; 6 max_points is too small; 7 a component of
  *                the glyph is no simple glyph, 8 the glyph or a component does not exist or is
- *                damaged (of several components, the last one's status)
+ *                damaged, or its components have more than 2^24 points (of several components, the
+ *                last one's status)
  *
  * The way to go is one call with max_points 0, and one with arrays of the size that it gave. A
  * blank, as the space is, has no points and no contours. Outer contours run clockwise and holes the

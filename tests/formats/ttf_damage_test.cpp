@@ -168,6 +168,25 @@ TEST_F(DamagedFont, EndsAListOfComponentsThatNeverEnds) {
   EXPECT_EQ(count_outline('B', 20).points, 25000);
 }
 
+// 2^16 points and contours a time, and an end as soon as they are more than 2^24.
+TEST_F(DamagedFont, LeavesOutComponentsBehindMillionsOfPoints) {
+  FontBytes large;
+  large.u16(1).u16(0).u16(0).u16(9).u16(9).u16(65534).u16(0);
+  for (int i = 0; i < 255; ++i)
+    large.u8(0x39).u8(255);  // a point that does not move, and copies of it
+  large.u8(0x39).u8(254);
+  FontBytes glyph;
+  glyph.u16(-1).u16(0).u16(0).u16(9).u16(9);
+  for (int i = 0; i < 300; ++i)
+    glyph.u16(part_more).u16(2).u8(0).u8(0);
+  ASSERT_EQ(open(font_with({large.pad(4).bytes(), glyph.pad(4).bytes()}).bytes()), 0);
+  EXPECT_EQ(count_outline('B', 20).points, 65536);
+  const Counted counted = count_outline('C', 20);
+  EXPECT_EQ(counted.status, 8);
+  EXPECT_EQ(counted.contours, 257);
+  EXPECT_EQ(counted.points, 257 * 65536);
+}
+
 TEST_F(DamagedFont, IsNotLedInCirclesByItself) {
   open_with(composite_glyph({{0, 2, 0, 0, {}}}));
   const Counted counted = count_outline('B', 20);

@@ -325,6 +325,18 @@ TEST_F(GlyphOutline, TellsThatTheRoomForAllComponentsIsTooSmall) {
   EXPECT_EQ(outline_with_room('B', 20, 15, 3).points, 15);
 }
 
+TEST_F(GlyphOutline, TellsThatTheRoomIsTooSmallThoughTheLastComponentIsBlank) {
+  open({composite_glyph({{0, 1, 0, 0, {}}, {0, 3, 0, 0, {}}}), {}});
+  for (int32_t room = 1; room < 5; ++room) {
+    const Counted real = outline_with_room('B', 20, room, 1);
+    EXPECT_EQ(real.status, 6) << room;
+    EXPECT_EQ(real.points, 0) << room;
+  }
+  const Counted real = outline_with_room('B', 20, 5, 1);
+  EXPECT_EQ(real.status, 0);
+  EXPECT_EQ(real.points, 5);
+}
+
 TEST_F(GlyphOutline, IsTheSameForRandomGlyphs) {
   RandomNumbers random(33);
   for (int round = 0; round < 150; ++round) {
