@@ -58,7 +58,7 @@ bool blocks_fit(const TiffBlocks &blocks);
 bool fills_picture(const TiffBlocks &blocks);
 
 // Puts the bytes of all strips together at `target`, which has room for all rows of the picture,
-// each of row_bytes. For strips only; otherwise as take_rows.
+// each of row_bytes. For strips of RGB of 8 bits only; otherwise as take_rows.
 int32_t put_strips(TiffBlocks *blocks, uint8_t *target);
 
 // Hands over all rows, strip by strip or tile by tile. Uncompressed data that are missing are not
