@@ -47,8 +47,10 @@ convert "$work/rgb.ppm" "$work/four.ppm" "GIF:gif_reader/local_tables"
 png() {
   local name=$1
   shift
-  convert "$@" -define png:compression-level=9 "PNG:png_reader/$name"
-  convert "$@" -define png:compression-level=0 -define png:compression-filter=5 \
+  convert "$@" -define png:exclude-chunk=date,time -define png:compression-level=9 \
+    "PNG:png_reader/$name"
+  convert "$@" -define png:exclude-chunk=date,time -define png:compression-level=0 \
+    -define png:compression-filter=5 \
     "PNG:png_reader/${name}_plain"
 }
 png rgb "$work/rgb.ppm" -define png:color-type=2 -define png:bit-depth=8
@@ -94,3 +96,7 @@ tiff bits "$work/bits.pbm" -type Bilevel
 tiff floats "$work/grey.pgm" -type Grayscale -define quantum:format=floating-point -depth 32 \
   -compress LZW
 find tiff_reader -size 0 -delete
+# Five values of 16 bits a pixel: 6 by 4 pixels, in one strip and in strips of one row.
+head -c 240 "$work/rgb.ppm" > "$work/values"
+raw2tiff -w 6 -l 4 -b 5 -d short -p minisblack -c none "$work/values" tiff_reader/five_values
+tiffcp -r 1 -B tiff_reader/five_values tiff_reader/five_values_rows

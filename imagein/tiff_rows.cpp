@@ -124,7 +124,7 @@ Conversion conversion_of(const TiffFile &tiff) {
 
 size_t convert(TiffRows *rows, Conversion conversion, const TiffRow &row, size_t pixels) {
   const TiffFile &tiff = *rows->tiff;
-  const size_t pixel_bits = (tiff.photometric == tiff_rgb ? 3 : 1) * tiff.bits;
+  const size_t pixel_bits = size_t{tiff.bits} * (tiff.photometric == tiff_rgb ? 3 : 1);
   const size_t count = std::min(pixels, row.count * 8 / pixel_bits);
   switch (conversion) {
     case Conversion::tabled:
