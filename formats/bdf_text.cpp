@@ -67,21 +67,53 @@ struct Text {
   Turn turn;
 };
 
+// Where a column and a row of a glyph come to lie, from the text origin; y grows upward.
+struct Offset {
+  int32_t x, y;
+};
+
 // Calls put(x, y) for each pixel of the glyph that lies within the bounds.
-template <class Put>
-void draw_glyph(const Text &text, const Bounds &bounds, Put put) {
+template <class Place, class Put>
+void draw_pixels(const Text &text, const Bounds &bounds, Place place, Put put) {
   const BdfGlyph &glyph = *text.glyph;
-  const double sine = text.turn.sine, cosine = text.turn.cosine;
   const int64_t left = glyph.box[2];
   const int64_t top = int64_t{glyph.box[1]} + glyph.box[3] - 1;
   const BdfPixel *const pixels = text.font->pixels + glyph.first_pixel;
   for (size_t i = 0; i < glyph.pixel_count; ++i) {
-    const auto c = static_cast<double>(left + pixels[i].column);
-    const auto r = static_cast<double>(top - pixels[i].row);
-    const int64_t x = int64_t{text.x} + round_to_int32(c * cosine - r * sine);
-    const int64_t y = int64_t{text.y} - round_to_int32(c * sine + r * cosine);
+    const Offset offset = place(left + pixels[i].column, top - pixels[i].row);
+    const int64_t x = int64_t{text.x} + offset.x;
+    const int64_t y = int64_t{text.y} - offset.y;
     if (x < bounds.x1 || x > bounds.x2 || y < bounds.y1 || y > bounds.y2) continue;
     put(static_cast<int32_t>(x), static_cast<int32_t>(y));
+  }
+}
+
+// Upright, the rounding of whole numbers is known, if they are no larger than fonts are.
+bool is_plain(const Text &text) {
+  constexpr int64_t limit = 1000000;
+  const auto *const box = text.glyph->box;
+  return text.turn.angle == 0 && magnitude(box[1]) < limit && magnitude(box[2]) < limit &&
+         magnitude(box[3]) < limit;
+}
+
+int32_t rounded(int64_t whole) {
+  return static_cast<int32_t>(whole < 0 ? whole + 1 : whole);
+}
+
+template <class Put>
+void draw_glyph(const Text &text, const Bounds &bounds, Put put) {
+  const double sine = text.turn.sine, cosine = text.turn.cosine;
+  const auto turned = [sine, cosine](int64_t column, int64_t row) {
+    const auto c = static_cast<double>(column), r = static_cast<double>(row);
+    return Offset{round_to_int32(c * cosine - r * sine), round_to_int32(c * sine + r * cosine)};
+  };
+  const auto upright = [](int64_t column, int64_t row) {
+    return Offset{rounded(column), rounded(row)};
+  };
+  if (is_plain(text)) {
+    draw_pixels(text, bounds, upright, put);
+  } else {
+    draw_pixels(text, bounds, turned, put);
   }
 }
 
