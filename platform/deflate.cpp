@@ -4,20 +4,11 @@
 #include <algorithm>
 #include <climits>
 
-#include "platform/memory.h"
+#include "platform/zlib_memory.h"
 
 namespace quorix {
 
 namespace {
-
-void *zlib_allocate(void * /*opaque*/, uInt items, uInt size) {
-  size_t bytes = 0;
-  return checked_product(&bytes, items, size) ? allocate_bytes(bytes) : nullptr;
-}
-
-void zlib_release(void * /*opaque*/, void *block) {
-  release_bytes(block);
-}
 
 int plain_start(z_stream *stream) {
   return deflateInit(stream, Z_DEFAULT_COMPRESSION);
@@ -67,8 +58,7 @@ DeflateGate deflate_gate = {plain_start, plain_run, plain_end};
 
 DeflateStatus start_deflate(DeflateRun *run, uint8_t *output, size_t room) {
   *run = {};
-  run->stream.zalloc = zlib_allocate;
-  run->stream.zfree = zlib_release;
+  use_memory_gate(&run->stream);
   run->stream.next_out = output;
   run->room_left = room;
   run->started = deflate_gate.start(&run->stream) == Z_OK;

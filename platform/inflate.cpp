@@ -4,20 +4,11 @@
 #include <algorithm>
 #include <climits>
 
-#include "platform/memory.h"
+#include "platform/zlib_memory.h"
 
 namespace quorix {
 
 namespace {
-
-void *zlib_allocate(void * /*opaque*/, uInt items, uInt size) {
-  size_t bytes = 0;
-  return checked_product(&bytes, items, size) ? allocate_bytes(bytes) : nullptr;
-}
-
-void zlib_release(void * /*opaque*/, void *block) {
-  release_bytes(block);
-}
 
 int plain_start(z_stream *stream) {
   return inflateInit(stream);
@@ -69,8 +60,7 @@ InflateGate inflate_gate = {plain_start, plain_run, plain_end};
 
 bool start_inflate(InflateRun *run, const uint8_t *bytes, size_t count) {
   *run = {};
-  run->stream.zalloc = zlib_allocate;
-  run->stream.zfree = zlib_release;
+  use_memory_gate(&run->stream);
   run->stream.next_in = const_cast<uint8_t *>(bytes);  // zlib does not write to it
   run->input_left = count;
   run->state = InflateState::more;
