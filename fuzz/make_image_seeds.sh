@@ -1,9 +1,10 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
 # Writes the seeds of the image readers with programs of other people: ImageMagick, netpbm and the
-# tools of libtiff (tools/setup.sh test).
+# tools of libtiff (tools/setup.sh test), into build/corpus; corpus.sh makes archives of that.
 set -euo pipefail
-cd "$(dirname "$(readlink -f "$0")")/corpus"
+corpus=$(dirname "$(readlink -f "$0")")/../build/corpus
+mkdir -p "$corpus" && cd "$corpus"
 mkdir -p bmp_reader gif_reader png_reader tiff_reader
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

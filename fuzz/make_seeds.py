@@ -1,10 +1,13 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Writes the hand-made seeds: a small valid file of each kind, and some that lie about themselves."""
+"""Writes the hand-made seeds: a small valid file of each kind, and some that lie about themselves.
+
+They go into build/corpus; corpus.sh makes archives of what stands there.
+"""
 import pathlib
 import struct
 
-CORPUS = pathlib.Path(__file__).resolve().parent / "corpus"
+CORPUS = pathlib.Path(__file__).resolve().parent.parent / "build" / "corpus"
 
 
 def raster_file(width, height, bits, bytes_per_row, bits_stored, pixel_type, offset=0, data=None):
