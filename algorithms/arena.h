@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 
 namespace quorix {
 

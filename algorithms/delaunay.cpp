@@ -18,7 +18,7 @@
 
 #include "algorithms/algorithms.h"
 #include "algorithms/unfinished_circles.h"
-#include "platform/memory.h"
+#include "base/memory.h"
 #include "quorix/algorithms.h"
 
 namespace quorix {

@@ -9,7 +9,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 
 namespace quorix {
 

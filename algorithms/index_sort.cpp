@@ -13,7 +13,7 @@
 #include <utility>
 
 #include "algorithms/algorithms.h"
-#include "platform/memory.h"
+#include "base/memory.h"
 #include "quorix/algorithms.h"
 
 namespace quorix {

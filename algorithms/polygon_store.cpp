@@ -13,7 +13,7 @@
 #include "algorithms/algorithms.h"
 #include "algorithms/arena.h"
 #include "algorithms/grow.h"
-#include "platform/memory.h"
+#include "base/memory.h"
 #include "quorix/algorithms.h"
 
 namespace quorix {

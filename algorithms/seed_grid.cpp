@@ -14,8 +14,8 @@
 #include <new>
 
 #include "algorithms/grow.h"
-#include "platform/memory.h"
-#include "platform/numbers.h"
+#include "base/memory.h"
+#include "base/numbers.h"
 #include "quorix/algorithms.h"
 
 namespace quorix {

@@ -10,7 +10,7 @@
 #include <cstdint>
 
 #include "algorithms/algorithms.h"
-#include "platform/memory.h"
+#include "base/memory.h"
 
 namespace quorix {
 

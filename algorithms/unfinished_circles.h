@@ -21,7 +21,7 @@
 #include <cstdint>
 
 #include "algorithms/algorithms.h"
-#include "platform/memory.h"
+#include "base/memory.h"
 
 namespace quorix {
 

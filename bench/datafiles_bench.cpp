@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "quorix/datafiles.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <random>
 #include <vector>
 
-#include "platform/text.h"
+#include "base/text.h"
 
 namespace {
 

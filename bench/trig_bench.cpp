@@ -7,7 +7,7 @@
 #include <random>
 #include <vector>
 
-#include "platform/trig.h"
+#include "base/trig.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 // for the next time as long as the page keeps its size.
 #include <cstring>
 
+#include "base/memory.h"
 #include "depth/composite.h"
 #include "depth/opengl.h"
-#include "platform/memory.h"
 #include "quorix/depth.h"
 #include "raster/raster.h"
 

@@ -8,10 +8,10 @@
 #include <cmath>
 #include <utility>
 
+#include "base/numbers.h"
 #include "depth/depth_line.h"
 #include "depth/opengl.h"
 #include "depth/pixel_formats.h"
-#include "platform/numbers.h"
 #include "quorix/depth.h"
 #include "raster/repeated_sum.h"
 

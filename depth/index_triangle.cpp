@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
 // Triangles and halves of quadrilaterals whose palette index is interpolated, without depth.
+#include "base/numbers.h"
 #include "depth/opengl.h"
 #include "depth/pixel_formats.h"
 #include "depth/quad_value.h"
-#include "platform/numbers.h"
 #include "quorix/depth.h"
 #include "raster/repeated_sum.h"
 

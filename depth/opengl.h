@@ -3,8 +3,8 @@
 // Forwarding to the OpenGL calls of a device. The numbers are OpenGL's own.
 #pragma once
 
+#include "base/numbers.h"
 #include "depth/depth.h"
-#include "platform/numbers.h"
 
 namespace quorix {
 

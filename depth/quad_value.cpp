@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 
 namespace quorix {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // The plain form of shaded spans, for every layout of pixels.
+#include "base/numbers.h"
 #include "depth/pixel_formats.h"
 #include "depth/shade.h"
-#include "platform/numbers.h"
 
 namespace quorix {
 

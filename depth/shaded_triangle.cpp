@@ -3,10 +3,10 @@
 // Triangles with a colour and a depth per corner: corners in order, edges, rows.
 #include <cmath>
 
+#include "base/numbers.h"
 #include "depth/opengl.h"
 #include "depth/pixel_formats.h"
 #include "depth/shade.h"
-#include "platform/numbers.h"
 #include "quorix/depth.h"
 #include "raster/repeated_sum.h"
 

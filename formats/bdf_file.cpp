@@ -10,9 +10,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/byte_source.h"
-#include "platform/memory.h"
-#include "platform/text.h"
+#include "base/byte_source.h"
+#include "base/memory.h"
+#include "base/text.h"
 
 namespace quorix {
 

@@ -5,11 +5,11 @@
 // The drawing record owns the loaded fonts; they go with it.
 #include <algorithm>
 
+#include "base/char_codes.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "formats/bdf.h"
-#include "platform/char_codes.h"
-#include "platform/numbers.h"
 #include "platform/paths.h"
-#include "platform/text.h"
 #include "quorix/fonts.h"
 #include "quorix/output_context.h"
 #include "quorix/system.h"

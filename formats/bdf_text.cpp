@@ -8,10 +8,10 @@
 // everywhere.
 #include <algorithm>
 
+#include "base/char_codes.h"
+#include "base/numbers.h"
+#include "base/trig.h"
 #include "formats/bdf.h"
-#include "platform/char_codes.h"
-#include "platform/numbers.h"
-#include "platform/trig.h"
 #include "quorix/device.h"
 #include "quorix/fonts.h"
 

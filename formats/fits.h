@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 
 namespace quorix {
 

@@ -3,8 +3,8 @@
 // Cards, the lines of a FITS header, and the kind of value that one has.
 #include <cstring>
 
+#include "base/files.h"
 #include "formats/fits.h"
-#include "platform/files.h"
 
 namespace quorix {
 

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/leading_numbers.h"
+#include "base/numbers.h"
 #include "formats/fits.h"
-#include "platform/leading_numbers.h"
-#include "platform/numbers.h"
 
 namespace quorix {
 

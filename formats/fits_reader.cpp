@@ -4,9 +4,9 @@
 // file.
 #include <cstring>
 
+#include "base/files.h"
+#include "base/leading_numbers.h"
 #include "formats/fits.h"
-#include "platform/files.h"
-#include "platform/leading_numbers.h"
 #include "quorix/datafiles.h"
 
 namespace quorix {

@@ -3,9 +3,9 @@
 // The text of a mesh, made in a buffer by hand: formatted output would be most of the time.
 #include <cstring>
 
+#include "base/decimal_digits.h"
+#include "base/files.h"
 #include "formats/ply_mesh.h"
-#include "platform/decimal_digits.h"
-#include "platform/files.h"
 
 namespace quorix {
 

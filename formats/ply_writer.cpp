@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "platform/files.h"
-#include "platform/numbers.h"
+#include "base/files.h"
+#include "base/numbers.h"
 #include "quorix/datafiles.h"
 
 namespace quorix {

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "base/decimal_digits.h"
 #include "formats/ply_mesh.h"
-#include "platform/decimal_digits.h"
 
 namespace quorix {
 

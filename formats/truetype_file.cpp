@@ -7,9 +7,9 @@
 #include <bit>
 #include <cstring>
 
+#include "base/byte_source.h"
+#include "base/memory.h"
 #include "formats/truetype.h"
-#include "platform/byte_source.h"
-#include "platform/memory.h"
 #include "quorix/fonts.h"
 
 namespace quorix {

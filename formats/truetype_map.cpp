@@ -8,9 +8,9 @@
 // are.
 #include <numeric>
 
+#include "base/byte_source.h"
+#include "base/memory.h"
 #include "formats/truetype.h"
-#include "platform/byte_source.h"
-#include "platform/memory.h"
 
 namespace quorix {
 

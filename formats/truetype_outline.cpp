@@ -13,8 +13,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/char_codes.h"
 #include "formats/truetype.h"
-#include "platform/char_codes.h"
 #include "quorix/fonts.h"
 
 namespace quorix {

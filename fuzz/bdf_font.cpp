@@ -7,10 +7,10 @@
 #include <cstdlib>
 #include <string>
 
+#include "base/char_codes.h"
+#include "base/numbers.h"
 #include "formats/bdf.h"
 #include "fuzz/target.h"
-#include "platform/char_codes.h"
-#include "platform/numbers.h"
 #include "platform/paths.h"
 #include "quorix/fonts.h"
 #include "quorix/output_context.h"

@@ -13,8 +13,8 @@
 #include <initializer_list>
 #include <vector>
 
+#include "base/memory.h"
 #include "imagein/imagein.h"
-#include "platform/memory.h"
 #include "quorix/quorix.h"
 #include "tests/support/failing_memory.h"
 #include "tests/support/memory_files.h"

@@ -7,8 +7,8 @@
 #include <cstring>
 #include <vector>
 
+#include "base/files.h"
 #include "fuzz/target.h"
-#include "platform/files.h"
 #include "quorix/raster.h"
 #include "quorix/window.h"
 #include "raster/raster_file.h"

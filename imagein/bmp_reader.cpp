@@ -8,8 +8,8 @@
 #include <cstring>
 #include <utility>
 
+#include "base/triples.h"
 #include "imagein/imagein.h"
-#include "platform/triples.h"
 #include "quorix/imagein.h"
 
 namespace quorix {

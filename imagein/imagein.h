@@ -23,8 +23,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/byte_source.h"
-#include "platform/memory.h"
+#include "base/byte_source.h"
+#include "base/memory.h"
 #include "quorix/device.h"
 #include "quorix/output_context.h"
 

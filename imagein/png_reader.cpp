@@ -12,12 +12,12 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/inflate.h"
 #include "imagein/imagein.h"
 #include "imagein/png_chunks.h"
 #include "imagein/png_rows.h"
 #include "imagein/png_unfilter.h"
 #include "imagein/whole_file.h"
-#include "platform/inflate.h"
 #include "quorix/imagein.h"
 
 namespace quorix {

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/memory.h"
 #include "imagein/png_chunks.h"
-#include "platform/memory.h"
 
 namespace quorix {
 

@@ -3,7 +3,7 @@
 // The plain form of interpolation, and the choice of the form to use.
 #include "imagein/scale.h"
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 
 namespace quorix {
 

@@ -9,8 +9,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/numbers.h"
 #include "imagein/tiff_blocks.h"
-#include "platform/numbers.h"
 #include "quorix/imagein.h"
 
 namespace quorix {

@@ -6,9 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/byte_source.h"
+#include "base/memory.h"
 #include "imagein/imagein.h"
-#include "platform/byte_source.h"
-#include "platform/memory.h"
 
 namespace quorix {
 

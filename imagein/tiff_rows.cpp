@@ -12,8 +12,8 @@
 #include <cstring>
 #include <limits>
 
+#include "base/numbers.h"
 #include "imagein/samples.h"
-#include "platform/numbers.h"
 
 namespace quorix {
 

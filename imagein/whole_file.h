@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/byte_source.h"
-#include "platform/memory.h"
+#include "base/byte_source.h"
+#include "base/memory.h"
 
 namespace quorix {
 

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/files.h"
+#include "base/numbers.h"
+#include "base/triples.h"
 #include "imageout/imageout.h"
-#include "platform/files.h"
-#include "platform/numbers.h"
-#include "platform/triples.h"
 #include "quorix/imageout.h"
 
 namespace quorix {

@@ -10,7 +10,7 @@
 
 #include <cstring>
 
-#include "platform/files.h"
+#include "base/files.h"
 
 namespace quorix {
 

@@ -2,10 +2,10 @@
 //
 // GIF with one picture: a global table of 256 colours, not interlaced. A transparent colour makes
 // it GIF89a, otherwise it is GIF87a.
+#include "base/files.h"
+#include "base/numbers.h"
 #include "imageout/gif_encoder.h"
 #include "imageout/imageout.h"
-#include "platform/files.h"
-#include "platform/numbers.h"
 #include "quorix/imageout.h"
 
 namespace quorix {

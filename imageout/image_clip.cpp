@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "base/numbers.h"
 #include "imageout/imageout.h"
-#include "platform/numbers.h"
 #include "quorix/imageout.h"
 
 namespace quorix {

@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/memory.h"
 #include "imageout/quantiser.h"
-#include "platform/memory.h"
 #include "quorix/device.h"
 #include "quorix/output_context.h"
 

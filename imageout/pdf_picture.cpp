@@ -2,10 +2,10 @@
 //
 // A picture as a PDF document of one page, made with the object store of `pdf/` and a record of its
 // own.
+#include "base/numbers.h"
 #include "imageout/imageout.h"
 #include "pdf/pdf.h"
 #include "pdf/pdf_line.h"
-#include "platform/numbers.h"
 #include "quorix/imageout.h"
 
 namespace quorix {

@@ -4,8 +4,8 @@
 // affair (it reads as 0); here only the arithmetic has to survive any numbers.
 #include <algorithm>
 
+#include "base/numbers.h"
 #include "imageout/imageout.h"
-#include "platform/numbers.h"
 
 namespace quorix {
 

@@ -11,10 +11,10 @@
 
 #include <cstring>
 
+#include "base/deflate.h"
+#include "base/files.h"
+#include "base/numbers.h"
 #include "imageout/imageout.h"
-#include "platform/deflate.h"
-#include "platform/files.h"
-#include "platform/numbers.h"
 #include "quorix/imageout.h"
 
 namespace quorix {

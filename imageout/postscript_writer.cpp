@@ -6,10 +6,10 @@
 // take no notice of where rows end.
 #include <algorithm>
 
+#include "base/files.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "imageout/imageout.h"
-#include "platform/files.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
 #include "quorix/imageout.h"
 
 namespace quorix {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // Binary PPM: a header in text, then the pixels as they are read.
+#include "base/files.h"
+#include "base/text.h"
 #include "imageout/imageout.h"
-#include "platform/files.h"
-#include "platform/text.h"
 #include "quorix/imageout.h"
 
 namespace quorix {

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 
 namespace quorix {
 

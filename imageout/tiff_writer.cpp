@@ -6,9 +6,9 @@
 // resolutions, the table of the form, the strips.
 #include <algorithm>
 
+#include "base/files.h"
+#include "base/numbers.h"
 #include "imageout/imageout.h"
-#include "platform/files.h"
-#include "platform/numbers.h"
 #include "quorix/imageout.h"
 
 namespace quorix {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // Text, a character at a time: qqpdf5.
+#include "base/numbers.h"
 #include "pdf/pdf.h"
 #include "pdf/pdf_line.h"
-#include "platform/numbers.h"
 #include "quorix/pdf.h"
 
 namespace quorix {

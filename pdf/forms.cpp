@@ -3,9 +3,9 @@
 // Content made elsewhere, embedded as a form and drawn at once: qqpdf8.
 #include <cmath>
 
+#include "base/numbers.h"
 #include "pdf/pdf.h"
 #include "pdf/pdf_line.h"
-#include "platform/numbers.h"
 #include "quorix/pdf.h"
 
 namespace quorix {

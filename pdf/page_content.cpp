@@ -5,9 +5,9 @@
 // Each line of operators is one piece for pdf_write, so a stream is only ever split between lines.
 #include <cmath>
 
+#include "base/numbers.h"
 #include "pdf/pdf.h"
 #include "pdf/pdf_line.h"
-#include "platform/numbers.h"
 #include "quorix/pdf.h"
 
 namespace quorix {

@@ -17,8 +17,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/files.h"
-#include "platform/memory.h"
+#include "base/files.h"
+#include "base/memory.h"
 
 namespace quorix {
 

@@ -6,8 +6,8 @@
 
 #include <cstring>
 
+#include "base/text.h"
 #include "pdf/pdf.h"
-#include "platform/text.h"
 
 namespace quorix {
 

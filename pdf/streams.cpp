@@ -9,9 +9,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/deflate.h"
 #include "pdf/pdf.h"
 #include "pdf/pdf_line.h"
-#include "platform/deflate.h"
 
 namespace quorix {
 

@@ -3,8 +3,8 @@
 // qqgenv: the environment, and the directory that holds the library's own files.
 #include <cstring>
 
+#include "base/text.h"
 #include "platform/system.h"
-#include "platform/text.h"
 #include "quorix/system.h"
 
 namespace quorix {

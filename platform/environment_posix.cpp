@@ -11,8 +11,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "base/text.h"
 #include "platform/system.h"
-#include "platform/text.h"
 
 namespace quorix {
 

@@ -5,9 +5,9 @@
 
 #include <cstring>
 
-#include "platform/memory.h"
+#include "base/memory.h"
+#include "base/text.h"
 #include "platform/system.h"
-#include "platform/text.h"
 
 namespace quorix {
 

@@ -3,7 +3,7 @@
 // The table of binary files that are known by unit numbers.
 #include <climits>
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "quorix/system.h"
 
 namespace quorix {

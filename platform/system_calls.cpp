@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "platform/message.h"
 #include "platform/system.h"
 #include "quorix/system.h"

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "base/memory.h"
 #include "platform/callbacks.h"
-#include "platform/memory.h"
 #include "platform/message.h"
 #include "raster/raster.h"
 

@@ -3,7 +3,7 @@
 // Cropping the raster, and finding the box of what was drawn.
 #include <cstring>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 #include "quorix/raster.h"
 #include "raster/raster.h"
 

@@ -7,7 +7,7 @@
 // that the depths are kept elsewhere, by OpenGL.
 #include <algorithm>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 #include "raster/raster.h"
 
 namespace quorix {

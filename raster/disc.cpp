@@ -3,7 +3,7 @@
 // Filled discs: dots, round caps and joins, and the disc symbols.
 #include <cmath>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 #include "raster/raster.h"
 
 namespace quorix {

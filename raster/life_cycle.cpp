@@ -9,8 +9,8 @@
 
 #include <cstring>
 
-#include "platform/memory.h"
-#include "platform/numbers.h"
+#include "base/memory.h"
+#include "base/numbers.h"
 #include "raster/raster.h"
 
 namespace quorix {

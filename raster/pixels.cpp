@@ -6,7 +6,7 @@
 // in the caller's buffer advance over what is cut off, which reads as 0.
 #include <cstring>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 #include "quorix/raster.h"
 #include "raster/raster.h"
 

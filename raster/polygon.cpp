@@ -17,8 +17,8 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/memory.h"
-#include "platform/numbers.h"
+#include "base/memory.h"
+#include "base/numbers.h"
 #include "quorix/raster.h"
 
 namespace quorix {

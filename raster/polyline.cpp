@@ -4,7 +4,7 @@
 // pen lifts, the store is full or the state changes. Here too: which renderer draws it.
 #include "quorix/raster.h"
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 #include "raster/raster.h"
 
 namespace quorix {

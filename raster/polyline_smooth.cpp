@@ -6,7 +6,7 @@
 
 #include <cstdlib>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 #include "raster/raster.h"
 #include "raster/repeated_sum.h"
 

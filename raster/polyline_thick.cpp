@@ -7,8 +7,8 @@
 // point P. Angles grow counter-clockwise, while y grows downward.
 #include <cmath>
 
-#include "platform/numbers.h"
-#include "platform/trig.h"
+#include "base/numbers.h"
+#include "base/trig.h"
 #include "raster/raster.h"
 
 namespace quorix {

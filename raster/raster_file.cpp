@@ -9,8 +9,8 @@
 
 #include <cstring>
 
-#include "platform/files.h"
-#include "platform/memory.h"
+#include "base/files.h"
+#include "base/memory.h"
 #include "quorix/raster.h"
 #include "raster/raster.h"
 

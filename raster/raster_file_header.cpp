@@ -3,8 +3,8 @@
 
 #include <cstring>
 
-#include "platform/files.h"
-#include "platform/text.h"
+#include "base/files.h"
+#include "base/text.h"
 
 namespace quorix {
 

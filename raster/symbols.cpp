@@ -5,7 +5,7 @@
 // Strokes are drawn in the order of the stroke table, fills after them.
 #include <cstddef>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 #include "quorix/raster.h"
 #include "raster/raster.h"
 

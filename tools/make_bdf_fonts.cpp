@@ -3,7 +3,7 @@
 // Makes the bitmap fonts of the folder `fonts` from outline fonts, with FreeType. From the root of
 // the sources:
 //
-//   c++ -std=c++20 -I. tools/make_bdf_fonts.cpp platform/char_codes.cpp
+//   c++ -std=c++20 -I. tools/make_bdf_fonts.cpp base/char_codes.cpp
 //       $(pkg-config --cflags --libs freetype2) -o build/make_bdf_fonts
 //   build/make_bdf_fonts /usr/share/fonts/truetype/dejavu fonts
 //
@@ -22,7 +22,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/char_codes.h"
+#include "base/char_codes.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Prints platform/trig_tables.h.
+"""Prints base/trig_tables.h.
 
-    python3 tools/make_trig_tables.py > platform/trig_tables.h
+    python3 tools/make_trig_tables.py > base/trig_tables.h
 
 Every constant is summed here from its Taylor series in whole numbers scaled by 2**BITS, and only
 then cut into doubles, so the tables depend on no mathematical library. The head of each entry is
@@ -103,7 +103,7 @@ def print_step_parts():
 
 def main():
     print("// SPDX-License-Identifier: MIT\n//")
-    print("// Constants of platform/trig.cpp, printed by tools/make_trig_tables.py: change that, not this.")
+    print("// Constants of base/trig.cpp, printed by tools/make_trig_tables.py: change that, not this.")
     print("#pragma once\n\n#include <array>\n")
     print("// clang-format off\n\nnamespace quorix {\n")
     print("// A real number as the sum of a short double and what that leaves.")

@@ -4,7 +4,7 @@
 // leaves nothing behind but a picture that was delivered.
 #include <algorithm>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 #include "quorix/raster.h"
 #include "tests/imagein/bmp_files.h"
 #include "tests/imagein/expected_picture.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // What the readers do when memory, the disk, the decompressor or the device fails.
-#include "platform/inflate.h"
+#include "base/inflate.h"
 #include "quorix/device.h"
 #include "quorix/raster.h"
 #include "quorix/window.h"

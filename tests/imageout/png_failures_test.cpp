@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "platform/deflate.h"
+#include "base/deflate.h"
 #include "tests/imageout/writer_calls.h"
 #include "tests/support/failing_files.h"
 #include "tests/support/failing_memory.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/deflate.h"
+#include "base/deflate.h"
 #include "tests/pdf/pdf_calls.h"
 #include "tests/pdf/pdf_reader.h"
 #include "tests/support/failing_files.h"

@@ -10,7 +10,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 #include "quorix/output_context.h"
 #include "quorix/raster.h"
 #include "quorix/window.h"

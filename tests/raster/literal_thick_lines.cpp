@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "platform/trig.h"
+#include "base/trig.h"
 #include "tests/raster/literal_raster.h"
 
 namespace quorix::literal {

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <set>
 
-#include "platform/files.h"
+#include "base/files.h"
 
 namespace quorix::testing {
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <unordered_map>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 
 namespace quorix::testing {
 

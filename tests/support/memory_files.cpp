@@ -8,7 +8,7 @@
 #include <map>
 #include <set>
 
-#include "platform/files.h"
+#include "base/files.h"
 
 namespace quorix::testing {
 

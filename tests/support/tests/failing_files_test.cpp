@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "tests/support/memory_files.h"
 
 namespace quorix::testing {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/memory.h"
+#include "base/memory.h"
 
 namespace quorix::testing {
 namespace {

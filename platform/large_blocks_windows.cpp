@@ -1,9 +1,0 @@
-// SPDX-License-Identifier: MIT
-#include "platform/large_blocks.h"
-
-namespace quorix {
-
-// Large pages need a privilege here that programs do not have.
-void expect_scattered_use(void * /*block*/, size_t /*bytes*/) {}
-
-}  // namespace quorix

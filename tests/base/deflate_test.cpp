@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include "base/deflate.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+#include "tests/support/failing_memory.h"
+
+namespace quorix::testing {
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+// Rows of a plot, or noise: what compresses well and what does not.
+Bytes test_input(size_t count, uint32_t seed, bool noise) {
+  std::mt19937 random(seed);
+  Bytes bytes(count);
+  for (size_t i = 0; i < count; ++i)
+    bytes[i] = static_cast<uint8_t>(noise || random() % 50 == 0 ? random() & 255 : i / 3 % 7);
+  return bytes;
+}
+
+Bytes in_one_go(const Bytes &input) {
+  uLongf size = compressBound(static_cast<uLong>(input.size()));
+  Bytes output(size);
+  EXPECT_EQ(compress(output.data(), &size, input.data(), static_cast<uLong>(input.size())), Z_OK);
+  output.resize(size);
+  return output;
+}
+
+// Status and stream of an input that comes in pieces.
+DeflateStatus in_pieces(const Bytes &input, size_t piece, size_t room, Bytes *output) {
+  output->assign(room, 0);
+  DeflateRun run;
+  DeflateStatus status = start_deflate(&run, output->data(), room);
+  for (size_t at = 0; at < input.size() && status == DeflateStatus::done; at += piece) {
+    const size_t count = std::min(piece, input.size() - at);
+    status = feed_deflate(&run, &input[at], count, at + count == input.size());
+  }
+  if (input.empty() && status == DeflateStatus::done) status = feed_deflate(&run, nullptr, 0, true);
+  status = finish_deflate(&run, status);
+  output->resize(run.written);
+  return status;
+}
+
+TEST(Deflate, GivesTheSameStreamForPiecesOfAnySize) {
+  for (const bool noise : {false, true}) {
+    for (const size_t count : {size_t{0}, size_t{1}, size_t{1000}, size_t{70000}, size_t{400000}}) {
+      const Bytes input = test_input(count, 1, noise);
+      const Bytes expected = in_one_go(input);
+      for (const size_t piece : {size_t{1}, size_t{7}, size_t{261}, size_t{4097}, size_t{32768},
+                                 size_t{100000}, size_t{500000}}) {
+        if (piece == 1 && count > 100000) continue;
+        Bytes output;
+        EXPECT_EQ(in_pieces(input, piece, expected.size() + 50, &output), DeflateStatus::done);
+        EXPECT_TRUE(output == expected) << count << " in pieces of " << piece;
+      }
+    }
+  }
+}
+
+TEST(Deflate, TakesEmptyPiecesWithoutAnEffect) {
+  Bytes output(100);
+  DeflateRun run;
+  ASSERT_EQ(start_deflate(&run, output.data(), output.size()), DeflateStatus::done);
+  const Bytes input = {1, 2, 3};
+  EXPECT_EQ(feed_deflate(&run, nullptr, 0, false), DeflateStatus::done);
+  EXPECT_EQ(feed_deflate(&run, input.data(), 3, false), DeflateStatus::done);
+  EXPECT_EQ(feed_deflate(&run, nullptr, 0, false), DeflateStatus::done);
+  EXPECT_EQ(feed_deflate(&run, nullptr, 0, true), DeflateStatus::done);
+  EXPECT_EQ(finish_deflate(&run, DeflateStatus::done), DeflateStatus::done);
+  output.resize(run.written);
+  EXPECT_EQ(output, in_one_go(input));
+}
+
+TEST(Deflate, FitsIntoExactlyTheRoomItNeedsAndNeverWritesBehindIt) {
+  const Bytes input = test_input(3000, 2, true);
+  const Bytes expected = in_one_go(input);
+  for (const size_t piece : {size_t{100}, size_t{5000}}) {
+    Bytes output;
+    EXPECT_EQ(in_pieces(input, piece, expected.size(), &output), DeflateStatus::done);
+    EXPECT_EQ(output, expected);
+    for (const size_t missing : {size_t{1}, size_t{4}, size_t{1000}, expected.size()}) {
+      EXPECT_EQ(in_pieces(input, piece, expected.size() - missing, &output),
+                DeflateStatus::not_finished);
+      EXPECT_LE(output.size(), expected.size() - missing);
+    }
+  }
+}
+
+TEST(Deflate, AsksForItsMemoryThroughTheGateAndGivesItBack) {
+  const Bytes input = test_input(3000, 3, false);
+  size_t n = 1;
+  for (;; ++n) {
+    const FailingMemory memory(n);
+    Bytes output;
+    const DeflateStatus status = in_pieces(input, 100, 4000, &output);
+    EXPECT_EQ(memory.live_blocks(), 0U) << n;
+    if (!memory.failed()) {
+      EXPECT_EQ(status, DeflateStatus::done);
+      break;
+    }
+    EXPECT_EQ(status, DeflateStatus::not_started) << n;
+    EXPECT_EQ(output.size(), 0U) << n;
+  }
+  EXPECT_GT(n, 1U);
+}
+
+TEST(Deflate, GivesItsMemoryBackWhenItIsBrokenOff) {
+  const FailingMemory memory;
+  Bytes output(100);
+  DeflateRun run;
+  ASSERT_EQ(start_deflate(&run, output.data(), output.size()), DeflateStatus::done);
+  EXPECT_GT(memory.live_blocks(), 0U);
+  // zlib calls the end of an unfinished stream an error.
+  EXPECT_EQ(feed_deflate(&run, output.data(), 10, false), DeflateStatus::done);
+  EXPECT_EQ(finish_deflate(&run, DeflateStatus::done), DeflateStatus::not_ended);
+  EXPECT_EQ(memory.live_blocks(), 0U);
+}
+
+}  // namespace
+}  // namespace quorix::testing

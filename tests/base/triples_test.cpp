@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "base/triples.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace quorix::testing {
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+Bytes row_of(size_t count) {
+  Bytes row(3 * count);
+  for (size_t i = 0; i < row.size(); ++i)
+    row[i] = static_cast<uint8_t>(i * 37 + i / 256);
+  return row;
+}
+
+TEST(Triples, AreTurnedInRowsOfAnyLengthAndNothingBesideThem) {
+  for (size_t count = 0; count < 200; ++count) {
+    const Bytes before = row_of(count);
+    for (const auto swap : {swap_red_and_blue, swap_red_and_blue_plainly}) {
+      Bytes row = before;  // of just that size, so that the sanitizer sees any byte too many
+      swap(row.data(), count);
+      for (size_t i = 0; i < count; ++i) {
+        ASSERT_EQ(row[3 * i], before[3 * i + 2]) << count;
+        ASSERT_EQ(row[3 * i + 1], before[3 * i + 1]) << count;
+        ASSERT_EQ(row[3 * i + 2], before[3 * i]) << count;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quorix::testing
