@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 #include "quorix/quorix.h"
 
 #ifdef HAVE_OSMESA
@@ -207,7 +207,7 @@ void add_composite(const std::string &workload, int32_t alpha) {
         fill_layer(alpha);
       },
       [=] {
-        uint8_t *layer = quorix::output_context->blend_raster;
+        uint8_t *layer = quorix::output_context->buffers.blend_raster.pixels;
         for (size_t i = 3; i < bytes; i += 4)
           layer[i] = static_cast<uint8_t>(alpha);
         benchmark::DoNotOptimize(layer);
@@ -220,8 +220,8 @@ void add_composite(const std::string &workload, int32_t alpha) {
         fill_layer(alpha);
       },
       [=] {
-        uint8_t *layer = quorix::output_context->blend_raster;
-        uint8_t *base = quorix::output_context->raster_base;
+        uint8_t *layer = quorix::output_context->buffers.blend_raster.pixels;
+        uint8_t *base = quorix::output_context->buffers.raster_base.pixels;
         for (size_t i = 3; i < bytes; i += 4)
           layer[i] = static_cast<uint8_t>(alpha);
         benchmark::DoNotOptimize(layer);

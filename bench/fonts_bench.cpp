@@ -16,9 +16,9 @@
 #include <string>
 #include <vector>
 
+#include "core/output_context.h"
 #include "formats/bdf.h"
 #include "quorix/fonts.h"
-#include "quorix/output_context.h"
 #include "quorix/raster.h"
 #include "quorix/window.h"
 
@@ -261,7 +261,7 @@ void bitmaps_quorix(benchmark::State &state, int32_t angle) {
 // The same pixels from lists that are at hand, into memory that is at hand.
 void bitmaps_plainly(benchmark::State &state, int32_t angle) {
   if (!open_page(QUORIX_SOURCES)) return state.SkipWithError("no font");
-  const quorix::BdfFont &font = *quorix::output_context->bdf_current;
+  const quorix::BdfFont &font = *quorix::output_context->fonts.bdf_current;
   uint8_t *page = nullptr;
   qqvptr(&page);
   const double sine = std::sin(angle * 3.1415927 / 180), cosine = std::cos(angle * 3.1415927 / 180);

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 #include "quorix/quorix.h"
 
 namespace {
@@ -43,9 +43,9 @@ int32_t plain_search(const quorix::OutputContext *context, int32_t r, int32_t g,
   int32_t best = 1000;
   int32_t index = 0;
   for (int32_t i = 0; i < 256; ++i) {
-    const int32_t distance = std::abs(r - context->palette_r[i]) +
-                             std::abs(g - context->palette_g[i]) +
-                             std::abs(b - context->palette_b[i]);
+    const int32_t distance = std::abs(r - context->colours.palette_r[i]) +
+                             std::abs(g - context->colours.palette_g[i]) +
+                             std::abs(b - context->colours.palette_b[i]);
     if (distance >= best) continue;
     best = distance;
     index = i;

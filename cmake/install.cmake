@@ -3,8 +3,7 @@
 # holds an absolute path, so that the whole can be moved.
 include(CMakePackageConfigHelpers)
 
-# The C headers. The records that the families share (output_context.h, device.h, window_set.h) are
-# internal and stay here.
+# The C headers.
 set(public_headers algorithms.h datafiles.h depth.h export.h fonts.h imagein.h imageout.h pdf.h
   quorix.h raster.h system.h window.h)
 list(TRANSFORM public_headers PREPEND ${PROJECT_SOURCE_DIR}/include/quorix/)

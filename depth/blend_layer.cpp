@@ -29,12 +29,13 @@ bool has_alpha(const uint8_t *pixels, int32_t count) {
 }
 
 CompositeRule composite_rule(const OutputContext *context) {
-  return {background_byte(context), context->blend_over_background == 0};
+  return {background_byte(context), context->depth.blend_over_background == 0};
 }
 
 uint8_t *layer_pixel(const OutputContext *context, int32_t x, int32_t y) {
-  const auto width = static_cast<size_t>(context->blend_page.width);
-  return context->blend_raster + (static_cast<size_t>(y) * width + static_cast<size_t>(x)) * 4;
+  const auto width = static_cast<size_t>(context->buffers.blend_raster.page.width);
+  return context->buffers.blend_raster.pixels +
+         (static_cast<size_t>(y) * width + static_cast<size_t>(x)) * 4;
 }
 
 size_t columns(const Rect &box) {
@@ -44,21 +45,22 @@ size_t columns(const Rect &box) {
 // ---- Targets
 
 int32_t composite_on_raster(OutputContext *context, Rect box) {
-  const RasterPage &page = context->base_page;
+  const RasterPage &page = context->buffers.raster_base.page;
   box = intersection(box, {0, 0, page.width - 1, page.height - 1});
-  if (context->raster_base == nullptr || page.rgba == 0 || is_empty(box)) return failed;
+  if (context->buffers.raster_base.pixels == nullptr || page.rgba == 0 || is_empty(box))
+    return failed;
   const CompositeRow composite = composite_row();
   for (int32_t y = box.y1; y <= box.y2; ++y) {
     const size_t pixel =
         static_cast<size_t>(y) * static_cast<size_t>(page.width) + static_cast<size_t>(box.x1);
-    composite(context->raster_base + pixel * 4, layer_pixel(context, box.x1, y), columns(box),
-              composite_rule(context));
+    composite(context->buffers.raster_base.pixels + pixel * 4, layer_pixel(context, box.x1, y),
+              columns(box), composite_rule(context));
   }
   return 0;
 }
 
 int32_t composite_on_window(OutputContext *context, const Rect &box) {
-  const Device *device = device_for(context, last_window_device);
+  const Device *device = window_family_device(context);
   if (device == nullptr || device->copy_out == nullptr) return failed;
   DeviceBitmap copy = {};
   const int32_t w = box.x2 - box.x1 + 1;
@@ -78,8 +80,9 @@ int32_t composite_on_window(OutputContext *context, const Rect &box) {
 int32_t composite_on_gl(OutputContext *context, const Rect &box) {
   const GlCalls *gl = window_gl(context);
   const int32_t w = box.x2 - box.x1 + 1;
-  uint8_t *row = gl == nullptr ? nullptr : require_gl_row(context, context->blend_page.width);
-  if (row == nullptr) return failed;
+  const auto owned_row = allocate_array<uint8_t>(static_cast<size_t>(w) * 4);
+  uint8_t *const row = owned_row.get();
+  if (gl == nullptr || row == nullptr) return failed;
   for (int32_t y = box.y1; y <= box.y2; ++y) {
     gl->read_pixels(box.x1, turned(context, y), w, 1, gl_rgba, gl_unsigned_byte, row);
     composite_row_plain(row, 4, false, FourthByte::opaque, layer_pixel(context, box.x1, y),
@@ -94,8 +97,10 @@ int32_t composite_on_gl(OutputContext *context, const Rect &box) {
 
 // The page a layer has to match; none where the target has palette pixels.
 RasterPage wanted_page(const OutputContext *context) {
-  if (context->window_active != 0) return {context->width, context->height, 1};
-  return has_raster(context) && context->page.rgba != 0 ? context->page : RasterPage{};
+  if (context->window.window_active != 0) return {context->page.width, context->page.height, 1};
+  return has_raster(context) && context->buffers.raster.page.rgba != 0
+             ? context->buffers.raster.page
+             : RasterPage{};
 }
 
 bool same_page(const RasterPage &a, const RasterPage &b) {
@@ -111,15 +116,14 @@ bool make_layer(OutputContext *context, const RasterPage &page) {
   }
   auto layer = allocate_array<uint8_t>(bytes);
   if (!layer) return false;
-  release_bytes(context->blend_raster);
-  context->blend_raster = layer.release();
-  context->blend_page = page;
+  release_bytes(context->buffers.blend_raster.pixels);
+  context->buffers.blend_raster = {layer.release(), page};
   return true;
 }
 
 bool open_blend_layer(OutputContext *context) {
-  const bool on_window = context->window_active != 0;
-  const Device *window = device_for(context, last_window_device);
+  const bool on_window = context->window.window_active != 0;
+  const Device *window = window_family_device(context);
   if (!on_window) {
     flush_raster(context);
   } else if (window != nullptr) {
@@ -127,38 +131,39 @@ bool open_blend_layer(OutputContext *context) {
   }
   const RasterPage page = wanted_page(context);
   if (page.width < 1 || page.height < 1) return false;
-  const bool stands = context->blend_raster != nullptr && same_page(context->blend_page, page);
+  const bool stands = context->buffers.blend_raster.pixels != nullptr &&
+                      same_page(context->buffers.blend_raster.page, page);
   if (!stands && !make_layer(context, page)) return false;
   if (on_window) {
-    context->stride = to_int32(static_cast<double>(page.width) * 4.0);
-    context->rgba_mode = 1;
-    set_current_colour(context, context->colour_arg);
+    context->page.stride = to_int32(static_cast<double>(page.width) * 4.0);
+    context->page.rgba_mode = 1;
+    set_current_colour(context, context->colours.colour_arg);
   }
-  select_raster_buffer(context, context->blend_raster, page);
+  select_raster_buffer(context, context->buffers.blend_raster);
   if (!stands) fill_page(context);
-  if (context->raster_state != raster_blending) {
-    context->saved_raster_state = context->raster_state;
-    context->raster_state = raster_blending;
+  if (context->buffers.raster_state != raster_blending) {
+    context->buffers.saved_raster_state = context->buffers.raster_state;
+    context->buffers.raster_state = raster_blending;
   }
   return true;
 }
 
 int32_t close_blend_layer(OutputContext *context) {
   flush_raster(context);
-  if (context->raster_state != raster_blending) return 0;
+  if (context->buffers.raster_state != raster_blending) return 0;
   const int32_t status = composite_blend_layer(context);
-  select_raster_buffer(context, context->raster_base, context->base_page);
-  context->raster_state = context->saved_raster_state;
-  const Device *window = device_for(context, last_window_device);
-  if (context->window_active != 0 && window != nullptr) {
-    window->set_colour(context, context->colour_arg);
+  select_raster_buffer(context, context->buffers.raster_base);
+  context->buffers.raster_state = context->buffers.saved_raster_state;
+  const Device *window = window_family_device(context);
+  if (context->window.window_active != 0 && window != nullptr) {
+    window->set_colour(context, context->colours.colour_arg);
   }
   return status;
 }
 
 void switch_blending(OutputContext *context, bool on) {
-  context->alpha_blend_on = on ? 1 : 0;
-  const GlCalls *gl = context->opengl_on != 0 ? window_gl(context) : nullptr;
+  context->depth.alpha_blend_on = on ? 1 : 0;
+  const GlCalls *gl = context->window.opengl_on != 0 ? window_gl(context) : nullptr;
   if (gl == nullptr) return;
   if (on) {
     gl->enable(gl_blend);
@@ -171,7 +176,7 @@ void switch_blending(OutputContext *context, bool on) {
 }  // namespace
 
 Rect blend_bbox(const OutputContext *context) {
-  const RasterPage &page = context->blend_page;
+  const RasterPage &page = context->buffers.blend_raster.page;
   Rect box = {page.width, page.height, -1, -1};
   for (int32_t y = 0; y < page.height; ++y) {
     const uint8_t *row = layer_pixel(context, 0, y);
@@ -190,12 +195,12 @@ Rect blend_bbox(const OutputContext *context) {
 }
 
 int32_t composite_blend_layer(OutputContext *context) {
-  if (context->blend_raster == nullptr) return 0;
+  if (context->buffers.blend_raster.pixels == nullptr) return 0;
   const Rect box = blend_bbox(context);
   if (is_empty(box)) return 0;
-  if (context->opengl_on != 0) return composite_on_gl(context, box);
-  return context->window_active != 0 ? composite_on_window(context, box)
-                                     : composite_on_raster(context, box);
+  if (context->window.opengl_on != 0) return composite_on_gl(context, box);
+  return context->window.window_active != 0 ? composite_on_window(context, box)
+                                            : composite_on_raster(context, box);
 }
 
 }  // namespace quorix

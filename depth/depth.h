@@ -8,8 +8,8 @@
 
 #include <cstdint>
 
-#include "quorix/device.h"
-#include "quorix/output_context.h"
+#include "core/device.h"
+#include "core/output_context.h"
 #include "raster/surface.h"
 
 namespace quorix {
@@ -36,5 +36,7 @@ bool open_target(OutputContext *context, int32_t device, Depths depths, Target *
 // The box of the layer's pixels whose alpha is not 0; x1 = width, y1 = height, x2 = y2 = -1 where
 // there are none.
 Rect blend_bbox(const OutputContext *context);
+// Draws the open blend layer onto what lies under it, and empties the layer; 1 on failure, else 0.
+int32_t composite_blend_layer(OutputContext *context);
 
 }  // namespace quorix

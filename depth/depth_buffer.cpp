@@ -22,11 +22,11 @@ void switch_gl(OutputContext *context, int32_t op) {
       gl->enable(gl_depth_test);
       gl->depth_function(gl_lequal);
       gl->clear(gl_depth_buffer_bit);
-      context->depth_on = 1;
+      context->depth.depth_on = 1;
       break;
     case switch_off:
       gl->disable(gl_depth_test);
-      context->depth_on = 0;
+      context->depth.depth_on = 0;
       release_depth_buffer(context);
       break;
     case clear_depths:
@@ -42,7 +42,7 @@ void switch_gl(OutputContext *context, int32_t op) {
 
 // The byte that fills an erased window.
 uint8_t window_background(const OutputContext *context, const Device *device, PixelOrder order) {
-  const uint8_t v = context->white_background != 0 ? 255 : 0;
+  const uint8_t v = context->page.white_background != 0 ? 255 : 0;
   if (order != PixelOrder::index) return v;
   const int32_t index = nearest_colour(context, v, v, v);
   return device->index_to_pixel == nullptr ? static_cast<uint8_t>(index)
@@ -50,11 +50,11 @@ uint8_t window_background(const OutputContext *context, const Device *device, Pi
 }
 
 void erase_window(OutputContext *context) {
-  const Device *device = device_for(context, last_window_device);
+  const Device *device = window_family_device(context);
   DeviceBitmap bitmap = {};
   if (device == nullptr || !device->bitmap(context, &bitmap)) return;
   if (bitmap.order == PixelOrder::set_pixel) {
-    device->fill_rectangle(context, 0, 0, context->width, context->height, 0);
+    device->fill_rectangle(context, 0, 0, context->page.width, context->page.height, 0);
   } else if (bitmap.height > 0) {
     std::memset(bitmap.base, window_background(context, device, bitmap.order),
                 bitmap.row_bytes * static_cast<size_t>(bitmap.height));
@@ -63,21 +63,21 @@ void erase_window(OutputContext *context) {
 
 Status switch_memory(OutputContext *context, int32_t op, int32_t device) {
   if (op < switch_on || op > erase_picture) return done;
-  if ((op == switch_on) == (context->depth_on != 0)) return wrong_state;
+  if ((op == switch_on) == (context->depth.depth_on != 0)) return wrong_state;
   switch (op) {
     case switch_on:
-      if (!renew_depth_buffer(context, context->width, context->height)) return no_memory;
-      context->depth_on = 1;
+      if (!renew_depth_buffer(context, context->page.width, context->page.height)) return no_memory;
+      context->depth.depth_on = 1;
       break;
     case switch_off:
       release_depth_buffer(context);
-      context->depth_on = 0;
+      context->depth.depth_on = 0;
       break;
     case clear_depths:
       clear_depth_buffer(context);
       break;
     default:
-      if (device > last_window_device) {
+      if (!window_device(device)) {
         fill_page(context);
       } else {
         erase_window(context);

@@ -39,7 +39,7 @@ struct DepthTest {
 };
 
 DepthTest depth_test(const Target &t) {
-  return {t.depth, t.depth_pitch, static_cast<double>(t.context->depth_bias)};
+  return {t.depth, t.depth_pitch, static_cast<double>(t.context->depth.depth_bias)};
 }
 
 // Calls draw(u, v, z) for the steps within low_u to high_u.
@@ -114,7 +114,7 @@ void forward_line(OutputContext *context, int32_t colour, const LineEnd *ends) {
   if (gl == nullptr) return;
   // In front of the surface that the line lies on.
   constexpr double nearer = static_cast<double>(0.001F);
-  device_for(context, last_window_device)->set_colour(context, colour);
+  window_family_device(context)->set_colour(context, colour);
   gl->begin(gl_line_strip);
   for (int i = 0; i < 2; ++i) {
     gl->vertex_3f(static_cast<float>(ends[i].x), static_cast<float>(turned(context, ends[i].y)),
@@ -168,7 +168,7 @@ extern "C" int32_t qqzlin(const int32_t *x, const int32_t *y, int32_t colour, co
 
 extern "C" int32_t qqgllin(const double *x1, const double *y1, const double *x2, const double *y2) {
   const OutputContext *context = output_context;
-  if (context == nullptr || context->opengl_on == 0) return 0;
+  if (context == nullptr || context->window.opengl_on == 0) return 0;
   const GlCalls *gl = window_gl(context);
   if (gl == nullptr) return 0;
   const auto vertex = [&](double x, double y) {

@@ -50,7 +50,7 @@ bool run_rgba_line_sse2(const Target &t, uint32_t ink, const LineWalk &w) {
   const ptrdiff_t pixel_v = w.x_major ? pitch : 1;
   const ptrdiff_t depth_u = w.x_major ? 1 : t.depth_pitch;
   const ptrdiff_t depth_v = w.x_major ? t.depth_pitch : 1;
-  const __m128d bias = _mm_set_sd(static_cast<double>(t.context->depth_bias));
+  const __m128d bias = _mm_set_sd(static_cast<double>(t.context->depth.depth_bias));
   uint32_t *pixel_row = pixels + w.first * pixel_u;
   float *depth_row = t.depth + w.first * depth_u;
   double v = w.v;

@@ -2,6 +2,7 @@
 //
 // Triangles and halves of quadrilaterals whose palette index is interpolated, without depth.
 #include "base/numbers.h"
+#include "base/sort3.h"
 #include "depth/opengl.h"
 #include "depth/pixel_formats.h"
 #include "depth/quad_value.h"
@@ -159,8 +160,8 @@ void forward_triangle(const OutputContext *context, const Triangle &t) {
 template <class Draw>
 void forward_or_draw(const Triangle &t, int32_t device, Draw draw) {
   OutputContext *context = output_context;
-  if (context->opengl_on != 0) return forward_triangle(context, t);
-  if (device > last_window_device) flush_raster(context);
+  if (context->window.opengl_on != 0) return forward_triangle(context, t);
+  if (!window_device(device)) flush_raster(context);
   Target target;
   if (!open_target(context, device, Depths::ignored, &target)) return;
   with_pixels(target, [&](const auto &pixels) { draw(target, pixels); });

@@ -23,19 +23,19 @@ inline constexpr uint32_t gl_color_buffer_bit = 16384;
 
 // The window's calls, or null where it has none.
 inline const GlCalls *window_gl(const OutputContext *context) {
-  const Device *device = device_for(context, last_window_device);
+  const Device *device = window_family_device(context);
   return device == nullptr ? nullptr : device->gl;
 }
 
 // Whether depth-tested drawing is OpenGL's affair. A blend layer lies in memory, so while one is
 // open drawing is done here.
 inline bool forwards_to_gl(const OutputContext *context) {
-  return context->opengl_on != 0 && context->raster_state != raster_blending;
+  return context->window.opengl_on != 0 && context->buffers.raster_state != raster_blending;
 }
 
 // A row, counted from the lower edge.
 inline double turned(const OutputContext *context, double y) {
-  return static_cast<double>(context->height) - 1.0 - y;
+  return static_cast<double>(context->page.height) - 1.0 - y;
 }
 
 inline int32_t turned(const OutputContext *context, int32_t y) {

@@ -28,7 +28,8 @@ inline Rgb swap_black_white_pixel(Rgb p) {
 
 inline Rgb palette_colour(const OutputContext *context, int32_t index) {
   const int32_t i = index & 255;
-  return {context->palette_r[i], context->palette_g[i], context->palette_b[i]};
+  return {context->colours.palette_r[i], context->colours.palette_g[i],
+          context->colours.palette_b[i]};
 }
 
 struct RgbaPixels {
@@ -42,7 +43,7 @@ struct RgbaPixels {
   uint8_t *at(int32_t x, int32_t y) const {
     return base + static_cast<size_t>(y) * row_bytes + static_cast<size_t>(x) * 4;
   }
-  uint32_t ink(Rgb c) const { return pack_rgba(c.r, c.g, c.b, context->colour_alpha); }
+  uint32_t ink(Rgb c) const { return pack_rgba(c.r, c.g, c.b, context->colours.colour_alpha); }
   uint32_t index_ink(int32_t index) const { return ink(palette_colour(context, index)); }
   void put(int32_t x, int32_t y, uint32_t ink) const { store_word(at(x, y), ink); }
   Rgb get(int32_t x, int32_t y) const {

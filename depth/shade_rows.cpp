@@ -16,8 +16,9 @@ ShadeRgbaRows best_rgba_rows() {
 
 bool is_opaque_rgba(const Target &t) {
   const OutputContext *context = t.context;
-  const bool swapped = context->white_background != 0 && context->swap_black_white != 0;
-  return t.bitmap.order == PixelOrder::rgba && context->alpha_blend_on == 0 && !swapped;
+  const bool swapped =
+      context->page.white_background != 0 && context->options.swap_black_white != 0;
+  return t.bitmap.order == PixelOrder::rgba && context->depth.alpha_blend_on == 0 && !swapped;
 }
 
 }  // namespace
@@ -36,7 +37,7 @@ RgbaRows rgba_rows(const Target &t) {
           t.box.x1,
           t.box.x2,
           t.page.x2,
-          pack_rgba(0, 0, 0, t.context->colour_alpha)};
+          pack_rgba(0, 0, 0, t.context->colours.colour_alpha)};
 }
 
 void shade_rows(const Target &t, bool tame, ShadeEdges *edges, int32_t first, int32_t last) {

@@ -18,9 +18,9 @@ struct SpanRule {
 
 template <class Pixels>
 SpanRule span_rule(const OutputContext *context) {
-  return {Pixels::blends && context->alpha_blend_on != 0,
-          context->white_background != 0 && context->swap_black_white != 0,
-          context->colour_alpha / 255.0};
+  return {Pixels::blends && context->depth.alpha_blend_on != 0,
+          context->page.white_background != 0 && context->options.swap_black_white != 0,
+          context->colours.colour_alpha / 255.0};
 }
 
 // A value along a span. Rounding can put a pixel outside the exact span; there the value of that

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/numbers.h"
+#include "base/sort3.h"
 #include "depth/opengl.h"
 #include "depth/pixel_formats.h"
 #include "depth/shade.h"
@@ -147,13 +148,13 @@ void shade_triangle(const Target &t, const Corners &corners) {
 void forward_triangle(const OutputContext *context, const Corners &c) {
   const GlCalls *gl = window_gl(context);
   if (gl == nullptr) return;
-  const auto alpha = static_cast<float>(context->colour_alpha / 255.0);
+  const auto alpha = static_cast<float>(context->colours.colour_alpha / 255.0);
   gl->begin(gl_triangles);
   for (int i = 0; i < 3; ++i) {
     const auto r = static_cast<float>(c.r[i]);
     const auto g = static_cast<float>(c.g[i]);
     const auto b = static_cast<float>(c.b[i]);
-    if (context->alpha_blend_on != 0) {
+    if (context->depth.alpha_blend_on != 0) {
       gl->colour_4f(r, g, b, alpha);
     } else {
       gl->colour_3f(r, g, b);
@@ -179,7 +180,7 @@ extern "C" int32_t qqztri3(const double *x, const double *y, const double *z, co
     forward_triangle(context, corners);
     return 0;
   }
-  if (device > last_window_device) flush_raster(context);
+  if (!window_device(device)) flush_raster(context);
   Target target;
   if (open_target(context, device, Depths::used, &target)) shade_triangle(target, corners);
   return 0;

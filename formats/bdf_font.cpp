@@ -8,10 +8,10 @@
 #include "base/char_codes.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "core/output_context.h"
 #include "formats/bdf.h"
 #include "platform/paths.h"
 #include "quorix/fonts.h"
-#include "quorix/output_context.h"
 #include "quorix/system.h"
 
 namespace quorix {
@@ -56,15 +56,25 @@ void make_path(char *path, const char *directory, bool use_directory, const char
   append_bytes(path, ".bdf", path_limit);
 }
 
+void release_bdf_fonts(OutputContext *context) {
+  for (int32_t i = 0; i < bdf_font_count; ++i) {
+    release_bdf_font(context->fonts.bdf_fonts[i]);
+    context->fonts.bdf_fonts[i] = nullptr;
+    context->fonts.bdf_loaded[i] = 0;
+  }
+  context->fonts.bdf_current = nullptr;
+}
+
 // A font that cannot be loaded takes the place of the current one all the same: none is current.
 int32_t load_font(OutputContext *context, int32_t number, const char *directory,
                   bool use_directory) {
   char path[path_limit + 1];
   make_path(path, directory, use_directory, font_files[number].name);
-  const BdfStatus status = read_bdf_font(path, &context->bdf_current);
+  const BdfStatus status = read_bdf_font(path, &context->fonts.bdf_current);
   if (status != bdf_done) return status;
-  context->bdf_fonts[number] = context->bdf_current;
-  context->bdf_loaded[number] = 1;
+  context->fonts.bdf_fonts[number] = context->fonts.bdf_current;
+  context->fonts.bdf_loaded[number] = 1;
+  release_with_context(context, release_bdf_fonts);
   return bdf_done;
 }
 
@@ -83,24 +93,14 @@ int32_t select_font(OutputContext *context, const char *directory, bool use_dire
                     int32_t family, int32_t size) {
   const int32_t number = font_number(family, size);
   if (number == no_font) return bdf_no_file;
-  if (context->bdf_loaded[number] != 1) {
+  if (context->fonts.bdf_loaded[number] != 1) {
     return load_font(context, number, directory, use_directory);
   }
-  context->bdf_current = context->bdf_fonts[number];
+  context->fonts.bdf_current = context->fonts.bdf_fonts[number];
   return bdf_done;
 }
 
 }  // namespace
-
-void release_bdf_fonts(OutputContext *context) {
-  if (context == nullptr) return;
-  for (int32_t i = 0; i < bdf_font_count; ++i) {
-    release_bdf_font(context->bdf_fonts[i]);
-    context->bdf_fonts[i] = nullptr;
-    context->bdf_loaded[i] = 0;
-  }
-  context->bdf_current = nullptr;
-}
 
 }  // namespace quorix
 
@@ -114,7 +114,7 @@ extern "C" int32_t qqbdf1n(const char *directory, const int32_t *use_directory,
     return 0;
   }
   *status = quorix::select_font(context, directory, *use_directory != 0, *family, *size);
-  if (*status == quorix::bdf_done) quorix::report_widths(*context->bdf_current, widths);
+  if (*status == quorix::bdf_done) quorix::report_widths(*context->fonts.bdf_current, widths);
   return 0;
 }
 

@@ -11,8 +11,8 @@
 #include "base/char_codes.h"
 #include "base/numbers.h"
 #include "base/trig.h"
+#include "core/device.h"
 #include "formats/bdf.h"
-#include "quorix/device.h"
 #include "quorix/fonts.h"
 
 namespace quorix {
@@ -50,7 +50,7 @@ struct Bounds {
 };
 
 Bounds clip_bounds(const OutputContext &context) {
-  return {context.clip_x1, context.clip_y1, context.clip_x2, context.clip_y2};
+  return {context.page.clip_x1, context.page.clip_y1, context.page.clip_x2, context.page.clip_y2};
 }
 
 Bounds page_bounds(const OutputContext &context, const DeviceBitmap &bitmap) {
@@ -119,16 +119,18 @@ void draw_glyph(const Text &text, const Bounds &bounds, Put put) {
 
 // One pixel at a time, through OpenGL.
 void draw_by_gl(OutputContext *context, const GlCalls &gl, const Text &text) {
-  const uint8_t colour[3] = {context->colour_r, context->colour_g, context->colour_b};
+  const uint8_t colour[3] = {context->colours.colour_r, context->colours.colour_g,
+                             context->colours.colour_b};
   draw_glyph(text, clip_bounds(*context), [&](int32_t x, int32_t y) {
-    gl.raster_position(x, to_int32(static_cast<double>(context->height) - 1 - y));
+    gl.raster_position(x, to_int32(static_cast<double>(context->page.height) - 1 - y));
     gl.draw_pixels(1, 1, gl_rgb, gl_unsigned_byte, colour);
   });
 }
 
 void draw_by_set_pixel(OutputContext *context, const DeviceBitmap &bitmap, const Text &text) {
   draw_glyph(text, clip_bounds(*context), [&](int32_t x, int32_t y) {
-    bitmap.set_pixel(context, x, y, context->colour_r, context->colour_g, context->colour_b);
+    bitmap.set_pixel(context, x, y, context->colours.colour_r, context->colours.colour_g,
+                     context->colours.colour_b);
   });
 }
 
@@ -144,9 +146,9 @@ void draw_in_memory(const OutputContext &context, const DeviceBitmap &bitmap, co
     return draw_glyph(text, bounds, [&](int32_t x, int32_t y) { *at(x, y) = index; });
   }
   const bool rgba = bitmap.order == PixelOrder::rgba;
-  const uint8_t first = rgba ? context.colour_r : context.colour_b;
-  const uint8_t second = context.colour_g;
-  const uint8_t third = rgba ? context.colour_b : context.colour_r;
+  const uint8_t first = rgba ? context.colours.colour_r : context.colours.colour_b;
+  const uint8_t second = context.colours.colour_g;
+  const uint8_t third = rgba ? context.colours.colour_b : context.colours.colour_r;
   draw_glyph(text, bounds, [&](int32_t x, int32_t y) {
     uint8_t *const pixel = at(x, y);
     pixel[0] = first;
@@ -158,20 +160,20 @@ void draw_in_memory(const OutputContext &context, const DeviceBitmap &bitmap, co
 void draw_on_device(OutputContext *context, int32_t number, const Text &text) {
   const Device *const device = device_for(context, number);
   if (device == nullptr) return;
-  const bool window = number <= last_window_device;
-  if (window && context->opengl_on != 0) {
+  const bool window = window_device(number);
+  if (window && context->window.opengl_on != 0) {
     if (device->gl != nullptr) draw_by_gl(context, *device->gl, text);
     return;
   }
   DeviceBitmap bitmap = {};
   if (!device->bitmap(context, &bitmap)) return;
   const bool single = bitmap.order == PixelOrder::set_pixel ||
-                      (window && context->direct_bitmap == 0 && bitmap.set_pixel != nullptr);
+                      (window && context->window.direct_bitmap == 0 && bitmap.set_pixel != nullptr);
   if (single) {
     if (bitmap.set_pixel != nullptr) draw_by_set_pixel(context, bitmap, text);
   } else {
     draw_in_memory(*context, bitmap, text,
-                   window ? context->window_colour_index : context->colour_index);
+                   window ? context->colours.window_colour_index : context->colours.colour_index);
   }
 }
 
@@ -189,8 +191,8 @@ const BdfGlyph *glyph_to_draw(const BdfFont &font, int32_t code) {
 extern "C" int32_t qqbdf2(const int32_t *code, const int32_t *x, const int32_t *y,
                           const int32_t *angle, const int32_t *device, const void * /*unused*/) {
   quorix::OutputContext *const context = quorix::output_context;
-  if (context == nullptr || context->bdf_current == nullptr) return 0;
-  const quorix::BdfFont &font = *context->bdf_current;
+  if (context == nullptr || context->fonts.bdf_current == nullptr) return 0;
+  const quorix::BdfFont &font = *context->fonts.bdf_current;
   const quorix::BdfGlyph *const glyph = quorix::glyph_to_draw(font, *code);
   if (glyph == nullptr || glyph->pixel_count == 0) return 0;
   const quorix::Text text = {&font, glyph, *x, *y, quorix::turn_by(*angle)};

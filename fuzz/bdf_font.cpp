@@ -9,11 +9,11 @@
 
 #include "base/char_codes.h"
 #include "base/numbers.h"
+#include "core/output_context.h"
 #include "formats/bdf.h"
 #include "fuzz/target.h"
 #include "platform/paths.h"
 #include "quorix/fonts.h"
-#include "quorix/output_context.h"
 #include "quorix/raster.h"
 #include "quorix/system.h"
 #include "quorix/window.h"
@@ -63,7 +63,7 @@ void check_font(int32_t page_width) {
   qqbdf1n("folder", &use_directory, &family, &size, widths.data(), &status);
   require(status == 0 || status == 2);
   if (status == 0) {
-    const quorix::BdfFont &font = *quorix::output_context->bdf_current;
+    const quorix::BdfFont &font = *quorix::output_context->fonts.bdf_current;
     for (int32_t i = 0; i < code_count; ++i) {
       require(widths[static_cast<size_t>(i)] == width_of(font, first_code + i));
     }

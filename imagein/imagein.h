@@ -25,8 +25,8 @@
 
 #include "base/byte_source.h"
 #include "base/memory.h"
-#include "quorix/device.h"
-#include "quorix/output_context.h"
+#include "core/device.h"
+#include "core/output_context.h"
 
 namespace quorix {
 

@@ -122,7 +122,7 @@ extern "C" int32_t qqpgif(const char *file, const int32_t *device, const int32_t
   }
   gif.samples = *height < 0 ? quorix::Samples::rgb : quorix::Samples::index;
   // The height tells of a window, the device's sign of the raster, whether colours are true.
-  const bool is_window = quorix::magnitude(*device) <= quorix::last_window_device;
+  const bool is_window = quorix::window_device(quorix::magnitude(*device));
   gif.quantised = is_window ? *height < 0 : *device < 0;
   gif.swap = *order == 0;
   gif.transparent = *transparent == 1;

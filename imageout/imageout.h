@@ -12,9 +12,9 @@
 #include <cstring>
 
 #include "base/memory.h"
+#include "core/device.h"
+#include "core/output_context.h"
 #include "imageout/quantiser.h"
-#include "quorix/device.h"
-#include "quorix/output_context.h"
 
 namespace quorix {
 

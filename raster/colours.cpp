@@ -1,112 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
-// Colour arguments, the palette, and the search for its nearest colour.
-//
-// The search is the cost of every conversion from true colour to indices, so its answers are kept
-// in a direct-mapped cache keyed by the exact colour. A change of the palette gives it a new
-// version number, which empties the cache.
-#include <algorithm>
-#include <cstdlib>
-
+// Setting the colour and the palette, and what a colour is as a pixel.
 #include "quorix/raster.h"
-#include "raster/nearest_in_cell.h"
 #include "raster/raster.h"
 
 namespace quorix {
-
-namespace {
-
-constexpr int32_t farther_than_any = 1000;  // distances end at 3 * 255
-
-bool entry_is(const OutputContext *context, int32_t i, uint8_t value) {
-  return context->palette_r[i] == value && context->palette_g[i] == value &&
-         context->palette_b[i] == value;
-}
-
-// City-block distances to the first `count` entries; a loop that the compiler turns into vectors.
-void measure_distances(const OutputContext *context, int32_t count, uint8_t r, uint8_t g, uint8_t b,
-                       uint16_t *distances) {
-  const auto apart = [](uint8_t u, uint8_t v) {
-    return static_cast<uint8_t>(std::max(u, v) - std::min(u, v));
-  };
-  for (int32_t i = 0; i < count; ++i) {
-    distances[i] =
-        static_cast<uint16_t>(apart(r, context->palette_r[i]) + apart(g, context->palette_g[i]) +
-                              apart(b, context->palette_b[i]));
-  }
-}
-
-// Black and white find an end of the table at once; -1 for any other colour, or without a match.
-int32_t black_or_white_end(const OutputContext *context, int32_t last, uint8_t r, uint8_t g,
-                           uint8_t b) {
-  if (r != g || g != b || (r != 0 && r != 255)) return -1;
-  if (entry_is(context, 0, r)) return 0;
-  return entry_is(context, last, r) ? last : -1;
-}
-
-}  // namespace
-
-int32_t palette_entries(uint8_t kind) {
-  if (kind == 0) return 9;
-  return kind == 7 ? 16 : 256;
-}
-
-// Ties go to the highest index where blue is 0 and to the lowest otherwise. Kept: pictures of
-// palettes with repeated colours depend on it.
-int32_t nearest_colour(const OutputContext *context, uint8_t r, uint8_t g, uint8_t b) {
-  const int32_t count = palette_entries(context->palette_kind);
-  const int32_t end = black_or_white_end(context, count - 1, r, g, b);
-  if (end >= 0) return end;
-  uint16_t distances[256];
-  measure_distances(context, count, r, g, b, distances);
-  uint16_t best = farther_than_any;
-  for (int32_t i = 0; i < count; ++i)
-    best = std::min(best, distances[i]);
-  if (b < 1) {
-    int32_t i = count - 1;
-    while (distances[i] != best)
-      --i;
-    return i;
-  }
-  return static_cast<int32_t>(std::find(distances, distances + count, best) - distances);
-}
-
-void palette_changed(OutputContext *context) {
-  static uint32_t versions = 0;
-  context->palette_version = ++versions;
-}
-
-int32_t cached_nearest_colour(const OutputContext *context, uint8_t r, uint8_t g, uint8_t b) {
-  constexpr uint32_t slots = 4096;
-  struct Slot {
-    uint32_t colour;  // with bit 24 set where the slot holds an answer
-    int32_t index;
-  };
-  static Slot cache[slots];
-  static uint32_t cached_version = 0;
-  if (cached_version != context->palette_version) {
-    std::fill(cache, cache + slots, Slot{});
-    cached_version = context->palette_version;
-  }
-  const uint32_t colour = pack_rgba(r, g, b, 1);
-  Slot &slot = cache[(colour * 2654435761U) >> 20];  // multiplicative hashing, upper 12 bits
-  if (slot.colour != colour) slot = {colour, nearest_in_cell(context, r, g, b)};
-  return slot.index;
-}
-
-void colour_to_rgb(const OutputContext *context, int32_t colour, uint8_t *r, uint8_t *g,
-                   uint8_t *b) {
-  if (is_packed_colour(colour)) {
-    *r = static_cast<uint8_t>(colour & 255);
-    *g = static_cast<uint8_t>(colour >> 8 & 255);
-    *b = static_cast<uint8_t>(colour >> 16 & 255);
-    return;
-  }
-  const int32_t index = colour & 255;
-  *r = context->palette_r[index];
-  *g = context->palette_g[index];
-  *b = context->palette_b[index];
-}
 
 uint8_t palette_pixel(const OutputContext *context, int32_t colour) {
   if (!is_packed_colour(colour)) return static_cast<uint8_t>(colour & 255);
@@ -122,20 +20,21 @@ uint32_t rgba_pixel(const OutputContext *context, int32_t colour) {
   uint8_t g = 0;
   uint8_t b = 0;
   colour_to_rgb(context, colour, &r, &g, &b);
-  return pack_rgba(r, g, b, context->colour_alpha);
+  return pack_rgba(r, g, b, context->colours.colour_alpha);
 }
 
 void set_current_colour(OutputContext *context, int32_t colour) {
   flush_raster(context);
-  context->colour_arg = colour;
-  if (is_packed_colour(colour) && context->rgba_mode != 0) {
+  context->colours.colour_arg = colour;
+  if (is_packed_colour(colour) && context->page.rgba_mode != 0) {
     // colour_index stays as it was: nothing reads it in this mode.
-    colour_to_rgb(context, colour, &context->colour_r, &context->colour_g, &context->colour_b);
+    colour_to_rgb(context, colour, &context->colours.colour_r, &context->colours.colour_g,
+                  &context->colours.colour_b);
     return;
   }
-  context->colour_index = palette_pixel(context, colour);
-  colour_to_rgb(context, context->colour_index, &context->colour_r, &context->colour_g,
-                &context->colour_b);
+  context->colours.colour_index = palette_pixel(context, colour);
+  colour_to_rgb(context, context->colours.colour_index, &context->colours.colour_r,
+                &context->colours.colour_g, &context->colours.colour_b);
 }
 
 }  // namespace quorix
@@ -151,12 +50,12 @@ extern "C" int32_t qqvvlt(uint8_t kind, const uint32_t *table) {
   OutputContext *context = output_context;
   if (context == nullptr) return 0;
   flush_raster(context);
-  context->palette_kind = kind;
+  context->colours.palette_kind = kind;
   const int32_t count = palette_entries(kind);
   for (int32_t i = 0; i < count; ++i) {
-    context->palette_r[i] = static_cast<uint8_t>(table[i] >> 16 & 255);
-    context->palette_g[i] = static_cast<uint8_t>(table[i] >> 8 & 255);
-    context->palette_b[i] = static_cast<uint8_t>(table[i] & 255);
+    context->colours.palette_r[i] = static_cast<uint8_t>(table[i] >> 16 & 255);
+    context->colours.palette_g[i] = static_cast<uint8_t>(table[i] >> 8 & 255);
+    context->colours.palette_b[i] = static_cast<uint8_t>(table[i] & 255);
   }
   palette_changed(context);
   return 0;

@@ -20,24 +20,24 @@ bool within_page(const RasterPage &page, int32_t x, int32_t y, int32_t w, int32_
 }
 
 // A copy of a rectangle of `from`, or null.
-uint8_t *copy_rectangle(const uint8_t *from, const RasterPage &page, const Rect &r) {
+uint8_t *copy_rectangle(const PixelBuffer &from, const Rect &r) {
+  const RasterPage &page = from.page;
   const size_t bytes_per_pixel = page.rgba != 0 ? 4 : 1;
   const size_t row = (static_cast<size_t>(r.x2 - r.x1) + 1) * bytes_per_pixel;
   const size_t from_row = static_cast<size_t>(page.width) * bytes_per_pixel;
   const size_t rows = static_cast<size_t>(r.y2 - r.y1) + 1;
   auto copy = allocate_array<uint8_t>(row * rows);
   if (!copy) return nullptr;
-  const uint8_t *source =
-      from + static_cast<size_t>(r.y1) * from_row + static_cast<size_t>(r.x1) * bytes_per_pixel;
+  const uint8_t *source = from.pixels + static_cast<size_t>(r.y1) * from_row +
+                          static_cast<size_t>(r.x1) * bytes_per_pixel;
   for (size_t i = 0; i < rows; ++i)
     std::memcpy(copy.get() + i * row, source + i * from_row, row);
   return copy.release();
 }
 
-void replace_buffer(uint8_t **buffer, RasterPage *page, uint8_t *replacement, RasterPage cropped) {
-  release_bytes(*buffer);
+void replace_buffer(PixelBuffer *buffer, const PixelBuffer &replacement) {
+  release_bytes(buffer->pixels);
   *buffer = replacement;
-  *page = cropped;
 }
 
 bool contains_rectangle(const RasterPage &page, const Rect &r) {
@@ -47,34 +47,33 @@ bool contains_rectangle(const RasterPage &page, const Rect &r) {
 // Crops the depth buffer, so that depths stay with their pixels. One that does not reach over the
 // rectangle belongs to another device's page and is left alone.
 bool crop_depth(const OutputContext *context, const Rect &r, uint8_t **cropped) {
-  const RasterPage floats = {context->depth_width, context->depth_height, 1};  // 4 bytes each
+  const DepthBuffer &depths = context->depth.buffer;
   *cropped = nullptr;
-  if (context->depth_buffer == nullptr || !contains_rectangle(floats, r)) return true;
-  *cropped = copy_rectangle(reinterpret_cast<const uint8_t *>(context->depth_buffer), floats, r);
+  const RasterPage floats = {depths.width, depths.height, 1};  // 4 bytes each
+  if (depths.values == nullptr || !contains_rectangle(floats, r)) return true;
+  *cropped = copy_rectangle({reinterpret_cast<uint8_t *>(depths.values), floats}, r);
   return *cropped != nullptr;
 }
 
 void replace_depth(OutputContext *context, uint8_t *cropped, const RasterPage &page) {
   if (cropped == nullptr) return;
   release_depth_buffer(context);
-  context->depth_buffer = reinterpret_cast<float *>(cropped);
-  context->depth_width = page.width;
-  context->depth_height = page.height;
+  context->depth.buffer = {reinterpret_cast<float *>(cropped), page.width, page.height};
 }
 
 // Crops the raster, and while a layer is open both of its buffers, since the layer has to meet the
 // same pixels when it closes. A layer that is not open is given up: the next one is made anew, of
 // the new size.
 bool crop_buffers(OutputContext *context, const Rect &r) {
-  const RasterPage cropped = {r.x2 - r.x1 + 1, r.y2 - r.y1 + 1, context->page.rgba};
-  const bool layer_open =
-      context->raster_state == raster_blending && context->raster == context->blend_raster;
+  RasterBuffers &buffers = context->buffers;
+  const RasterPage cropped = {r.x2 - r.x1 + 1, r.y2 - r.y1 + 1, buffers.raster.page.rgba};
+  const bool layer_open = buffers.raster_state == raster_blending &&
+                          buffers.raster.pixels == buffers.blend_raster.pixels;
   // The layer may lie over a window, and what is under it be of another size and kind.
   const bool has_base =
-      context->raster_base != nullptr && contains_rectangle(context->base_page, r);
-  uint8_t *base = has_base ? copy_rectangle(context->raster_base, context->base_page, r) : nullptr;
-  uint8_t *layer =
-      layer_open ? copy_rectangle(context->blend_raster, context->blend_page, r) : nullptr;
+      buffers.raster_base.pixels != nullptr && contains_rectangle(buffers.raster_base.page, r);
+  uint8_t *base = has_base ? copy_rectangle(buffers.raster_base, r) : nullptr;
+  uint8_t *layer = layer_open ? copy_rectangle(buffers.blend_raster, r) : nullptr;
   uint8_t *depth = nullptr;
   if ((has_base && base == nullptr) || (layer_open && layer == nullptr) ||
       !crop_depth(context, r, &depth)) {
@@ -83,13 +82,13 @@ bool crop_buffers(OutputContext *context, const Rect &r) {
     return false;
   }
   if (has_base) {
-    const RasterPage base_page = {cropped.width, cropped.height, context->base_page.rgba};
-    replace_buffer(&context->raster_base, &context->base_page, base, base_page);
+    const RasterPage base_page = {cropped.width, cropped.height, buffers.raster_base.page.rgba};
+    replace_buffer(&buffers.raster_base, {base, base_page});
   }
-  replace_buffer(&context->blend_raster, &context->blend_page, layer,
-                 layer_open ? cropped : RasterPage{});
+  replace_buffer(&buffers.blend_raster, {layer, layer_open ? cropped : RasterPage{}});
   replace_depth(context, depth, cropped);
-  select_raster_buffer(context, layer_open ? context->blend_raster : context->raster_base, cropped);
+  select_raster_buffer(context,
+                       {(layer_open ? buffers.blend_raster : buffers.raster_base).pixels, cropped});
   return true;
 }
 
@@ -164,7 +163,8 @@ extern "C" int32_t qqvwin(const int32_t *x, const int32_t *y, const int32_t *w, 
   OutputContext *context = output_context;
   *status = 0;
   // Lines still gathered are drawn later, on the cropped page.
-  if (context == nullptr || !has_raster(context) || !within_page(context->page, *x, *y, *w, *h)) {
+  if (context == nullptr || !has_raster(context) ||
+      !within_page(context->buffers.raster.page, *x, *y, *w, *h)) {
     *status = bad_rectangle;
     return 1;
   }
@@ -173,11 +173,11 @@ extern "C" int32_t qqvwin(const int32_t *x, const int32_t *y, const int32_t *w, 
     *status = no_memory;
     return 1;
   }
-  context->width = *w;
-  context->height = *h;
-  context->stride = *w * (context->page.rgba != 0 ? 4 : 1);
-  context->clip_x2 = *w - 1;
-  context->clip_y2 = *h - 1;
+  context->page.width = *w;
+  context->page.height = *h;
+  context->page.stride = *w * (context->buffers.raster.page.rgba != 0 ? 4 : 1);
+  context->page.clip_x2 = *w - 1;
+  context->page.clip_y2 = *h - 1;
   return 0;
 }
 
@@ -186,17 +186,17 @@ extern "C" int32_t qqvcrp(int32_t *x1, int32_t *y1, int32_t *x2, int32_t *y2) {
   Rect box = {0, 0, -1, -1};
   if (context != nullptr) {
     flush_raster(context);
-    box = {context->width, context->height, -1, -1};
+    box = {context->page.width, context->page.height, -1, -1};
     if (has_raster(context)) {
-      const int32_t width = context->page.width;
-      const int32_t height = context->page.height;
-      if (context->rgba_mode != 0) {
+      const int32_t width = context->buffers.raster.page.width;
+      const int32_t height = context->buffers.raster.page.height;
+      if (context->page.rgba_mode != 0) {
         const uint64_t rgb = 0x00FFFFFF00FFFFFFULL;
         const uint64_t background = background_byte(context) != 0 ? rgb : 0;
-        box = find_drawn_box(reinterpret_cast<const uint32_t *>(context->raster), width, height,
-                             {background, rgb});
+        box = find_drawn_box(reinterpret_cast<const uint32_t *>(context->buffers.raster.pixels),
+                             width, height, {background, rgb});
       } else {
-        box = find_drawn_box(context->raster, width, height, {0, ~0ULL});
+        box = find_drawn_box(context->buffers.raster.pixels, width, height, {0, ~0ULL});
       }
     }
   }

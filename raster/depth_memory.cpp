@@ -17,16 +17,17 @@ namespace {
 constexpr float cleared_depth = 2.0F;
 
 size_t depth_count(const OutputContext *context) {
-  return static_cast<size_t>(context->depth_width) * static_cast<size_t>(context->depth_height);
+  return static_cast<size_t>(context->depth.buffer.width) *
+         static_cast<size_t>(context->depth.buffer.height);
 }
 
 }  // namespace
 
 void release_depth_buffer(OutputContext *context) {
-  release_bytes(context->depth_buffer);
-  context->depth_buffer = nullptr;
-  context->depth_width = 0;
-  context->depth_height = 0;
+  release_bytes(context->depth.buffer.values);
+  context->depth.buffer.values = nullptr;
+  context->depth.buffer.width = 0;
+  context->depth.buffer.height = 0;
 }
 
 bool renew_depth_buffer(OutputContext *context, int32_t width, int32_t height) {
@@ -38,16 +39,16 @@ bool renew_depth_buffer(OutputContext *context, int32_t width, int32_t height) {
   auto buffer = allocate_array<float>(count);
   if (!buffer) return false;
   release_depth_buffer(context);
-  context->depth_buffer = buffer.release();
-  context->depth_width = width;
-  context->depth_height = height;
+  context->depth.buffer.values = buffer.release();
+  context->depth.buffer.width = width;
+  context->depth.buffer.height = height;
   clear_depth_buffer(context);
   return true;
 }
 
 void clear_depth_buffer(OutputContext *context) {
-  if (context->depth_buffer == nullptr) return;
-  std::fill_n(context->depth_buffer, depth_count(context), cleared_depth);
+  if (context->depth.buffer.values == nullptr) return;
+  std::fill_n(context->depth.buffer.values, depth_count(context), cleared_depth);
 }
 
 }  // namespace quorix

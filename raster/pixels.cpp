@@ -23,25 +23,25 @@ struct RowPart {
 };
 
 RowPart part_on_page(const OutputContext *context, int64_t x, int64_t y, int64_t count) {
-  if (!has_raster(context) || y < 0 || y >= context->page.height) return {0, 0};
+  if (!has_raster(context) || y < 0 || y >= context->buffers.raster.page.height) return {0, 0};
   const int64_t first = std::max<int64_t>(x, 0);
-  const int64_t end = std::min<int64_t>(x + count, context->page.width);
+  const int64_t end = std::min<int64_t>(x + count, context->buffers.raster.page.width);
   return end > first ? RowPart{first - x, end - first} : RowPart{0, 0};
 }
 
 uint8_t *raster_at(const OutputContext *context, int64_t x, int64_t y) {
-  const int64_t bytes = context->page.rgba != 0 ? 4 : 1;
-  return context->raster + (y * context->page.width + x) * bytes;
+  const int64_t bytes = context->buffers.raster.page.rgba != 0 ? 4 : 1;
+  return context->buffers.raster.pixels + (y * context->buffers.raster.page.width + x) * bytes;
 }
 
 // ---- Writing: `skip` tells the transparent pixels, which stay as they were
 
 template <class Store>
 void write_triples(const OutputContext *context, const uint8_t *from, int64_t count, Store store) {
-  const bool masked = context->transparent_colour != -1;
-  const uint8_t tr = context->transparent_r;
-  const uint8_t tg = context->transparent_g;
-  const uint8_t tb = context->transparent_b;
+  const bool masked = context->colours.transparent_colour != -1;
+  const uint8_t tr = context->colours.transparent_r;
+  const uint8_t tg = context->colours.transparent_g;
+  const uint8_t tb = context->colours.transparent_b;
   for (int64_t i = 0; i < count; ++i, from += rgb_bytes) {
     if (masked && from[0] == tr && from[1] == tg && from[2] == tb) continue;
     store(i, from[0], from[1], from[2]);
@@ -50,7 +50,7 @@ void write_triples(const OutputContext *context, const uint8_t *from, int64_t co
 
 template <class Store>
 void write_indices(const OutputContext *context, const uint8_t *from, int64_t count, Store store) {
-  const int32_t transparent = context->transparent_colour;
+  const int32_t transparent = context->colours.transparent_colour;
   for (int64_t i = 0; i < count; ++i) {
     if (transparent != -1 && from[i] == transparent) continue;
     store(i, from[i]);
@@ -84,8 +84,8 @@ struct RgbaTable {
 RgbaTable make_rgba_table(const OutputContext *context) {
   RgbaTable table;
   for (int32_t i = 0; i < 256; ++i) {
-    table.pixel[i] = pack_rgba(context->palette_r[i], context->palette_g[i], context->palette_b[i],
-                               context->colour_alpha);
+    table.pixel[i] = pack_rgba(context->colours.palette_r[i], context->colours.palette_g[i],
+                               context->colours.palette_b[i], context->colours.colour_alpha);
   }
   return table;
 }
@@ -93,7 +93,7 @@ RgbaTable make_rgba_table(const OutputContext *context) {
 void write_rgba_row(const OutputContext *context, const uint8_t *from, uint32_t *to, int64_t count,
                     bool rgb) {
   if (rgb) {
-    const uint8_t alpha = context->colour_alpha;
+    const uint8_t alpha = context->colours.colour_alpha;
     write_triples(context, from, count, [&](int64_t i, uint8_t r, uint8_t g, uint8_t b) {
       to[i] = pack_rgba(r, g, b, alpha);
     });
@@ -110,7 +110,7 @@ void write_palette_row(const OutputContext *context, const uint8_t *from, uint8_
     NearestIndex nearest(context);
     write_triples(context, from, count,
                   [&](int64_t i, uint8_t r, uint8_t g, uint8_t b) { to[i] = nearest(r, g, b); });
-  } else if (context->transparent_colour == -1) {
+  } else if (context->colours.transparent_colour == -1) {
     std::memcpy(to, from, static_cast<size_t>(count));
   } else {
     write_indices(context, from, count, [&](int64_t i, uint8_t index) { to[i] = index; });
@@ -141,9 +141,9 @@ void read_palette_row(const OutputContext *context, const uint8_t *from, uint8_t
     return;
   }
   for (int64_t i = 0; i < count; ++i, to += rgb_bytes) {
-    to[0] = context->palette_r[from[i]];
-    to[1] = context->palette_g[from[i]];
-    to[2] = context->palette_b[from[i]];
+    to[0] = context->colours.palette_r[from[i]];
+    to[1] = context->colours.palette_g[from[i]];
+    to[2] = context->colours.palette_b[from[i]];
   }
 }
 
@@ -161,7 +161,7 @@ void read_rows(const OutputContext *context, uint8_t *buffer, int32_t x, int32_t
     if (part.count == 0) continue;
     const uint8_t *from = raster_at(context, x + part.skipped, row);
     uint8_t *to = buffer + part.skipped * pixel;
-    if (context->rgba_mode != 0) {
+    if (context->page.rgba_mode != 0) {
       read_rgba_row(from, to, part.count, rgb, &nearest);
     } else {
       read_palette_row(context, from, to, part.count, rgb);
@@ -171,16 +171,31 @@ void read_rows(const OutputContext *context, uint8_t *buffer, int32_t x, int32_t
 
 // Whether a colour argument is the one that pixel writes skip.
 bool is_transparent(const OutputContext *context, int32_t colour) {
-  if (context->transparent_colour == -1) return false;
-  if (!is_packed_colour(colour)) return context->transparent_colour == (colour & 255);
+  if (context->colours.transparent_colour == -1) return false;
+  if (!is_packed_colour(colour)) return context->colours.transparent_colour == (colour & 255);
   uint8_t r = 0;
   uint8_t g = 0;
   uint8_t b = 0;
   colour_to_rgb(context, colour, &r, &g, &b);
-  return r == context->transparent_r && g == context->transparent_g && b == context->transparent_b;
+  return r == context->colours.transparent_r && g == context->colours.transparent_g &&
+         b == context->colours.transparent_b;
 }
 
 }  // namespace
+
+void read_raster_rectangle(OutputContext *context, uint8_t *buffer, int32_t x, int32_t y, int32_t n,
+                           int32_t rows) {
+  flush_raster(context);
+  read_rows(context, buffer, x, y, n, rows);
+}
+
+void write_raster_pixels(OutputContext *context, const uint8_t *buffer, int32_t x, int32_t y,
+                         int32_t n) {
+  flush_raster(context);
+  const int64_t count = magnitude(n);
+  write_raster_row(context, buffer, x, y, static_cast<int32_t>(std::min<int64_t>(count, INT32_MAX)),
+                   n < 0);
+}
 
 void write_raster_row(OutputContext *context, const uint8_t *buffer, int32_t x, int32_t y,
                       int32_t n, bool rgb) {
@@ -188,7 +203,7 @@ void write_raster_row(OutputContext *context, const uint8_t *buffer, int32_t x, 
   if (part.count == 0) return;
   const uint8_t *from = buffer + part.skipped * (rgb ? rgb_bytes : 1);
   uint8_t *to = raster_at(context, x + part.skipped, y);
-  if (context->rgba_mode != 0) {
+  if (context->page.rgba_mode != 0) {
     write_rgba_row(context, from, reinterpret_cast<uint32_t *>(to), part.count, rgb);
   } else {
     write_palette_row(context, from, to, part.count, rgb);
@@ -205,7 +220,7 @@ extern "C" int32_t qqvwpx(int32_t x, int32_t y, int32_t colour) {
   flush_raster(context);
   if (part_on_page(context, x, y, 1).count == 0 || is_transparent(context, colour)) return 0;
   uint8_t *to = raster_at(context, x, y);
-  if (context->rgba_mode != 0) {
+  if (context->page.rgba_mode != 0) {
     store_word(to, rgba_pixel(context, colour));
   } else {
     *to = palette_pixel(context, colour);
@@ -214,12 +229,7 @@ extern "C" int32_t qqvwpx(int32_t x, int32_t y, int32_t colour) {
 }
 
 extern "C" int32_t qqvrow(const uint8_t *buffer, int32_t x, int32_t y, int32_t n) {
-  OutputContext *context = output_context;
-  if (context == nullptr) return 0;
-  flush_raster(context);
-  const int64_t count = magnitude(n);
-  write_raster_row(context, buffer, x, y, static_cast<int32_t>(std::min<int64_t>(count, INT32_MAX)),
-                   n < 0);
+  if (output_context != nullptr) write_raster_pixels(output_context, buffer, x, y, n);
   return 0;
 }
 
@@ -230,19 +240,17 @@ extern "C" int32_t qqvrpx(int32_t x, int32_t y, int32_t *colour) {
   flush_raster(context);
   if (part_on_page(context, x, y, 1).count == 0) return 0;
   const uint8_t *from = raster_at(context, x, y);
-  *colour =
-      context->rgba_mode != 0 ? cached_nearest_colour(context, from[0], from[1], from[2]) : from[0];
+  *colour = context->page.rgba_mode != 0 ? cached_nearest_colour(context, from[0], from[1], from[2])
+                                         : from[0];
   return 0;
 }
 
 extern "C" int32_t qqvrdr(uint8_t *buffer, int32_t x, int32_t y, int32_t n, int32_t rows) {
-  OutputContext *context = output_context;
-  if (context == nullptr) {
-    const auto bytes = magnitude(n) * magnitude(rows) * (n < 0 ? rgb_bytes : 1);
-    std::memset(buffer, 0, static_cast<size_t>(bytes));
+  if (output_context != nullptr) {
+    read_raster_rectangle(output_context, buffer, x, y, n, rows);
     return 0;
   }
-  flush_raster(context);
-  read_rows(context, buffer, x, y, n, rows);
+  const auto bytes = magnitude(n) * magnitude(rows) * (n < 0 ? rgb_bytes : 1);
+  std::memset(buffer, 0, static_cast<size_t>(bytes));
   return 0;
 }

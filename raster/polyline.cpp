@@ -16,12 +16,12 @@ constexpr int32_t thick_width = 4;  // pens from this width on are drawn as poly
 // One point: a pixel, a square or a disc, by the cap.
 template <class Pixel>
 void draw_dot(const Surface<Pixel> &s, const OutputContext *context, int32_t x, int32_t y) {
-  const int32_t width = context->line_width;
-  if (width <= 1 || context->line_cap == 0) {
+  const int32_t width = context->pen.line_width;
+  if (width <= 1 || context->pen.line_cap == 0) {
     put_pixel(s, x, y);
     return;
   }
-  if (context->line_cap != 2) {
+  if (context->pen.line_cap != 2) {
     draw_disc(s, x, y, width / 2, false);
     return;
   }
@@ -54,40 +54,42 @@ bool draw_smooth(const PaletteSurface & /*s*/, const OutputContext * /*context*/
 
 bool draw_smooth(const RgbaSurface &s, const OutputContext *context, const int32_t *xs,
                  const int32_t *ys, int32_t n) {
-  if (context->line_smooth_on == 0 || context->line_width != 1) return false;
+  if (context->pen.line_smooth_on == 0 || context->pen.line_width != 1) return false;
   draw_smooth_rgba(s, context, xs, ys, n);
   return true;
 }
 
 // What is gathered is drawn; the pen stays where it is.
 void render_gathered(OutputContext *context) {
-  render_polyline(context, context->poly_x, context->poly_y, context->poly_count);
+  render_polyline(context, context->accumulator.poly_x, context->accumulator.poly_y,
+                  context->accumulator.poly_count);
 }
 
 void start_at(OutputContext *context, int32_t x, int32_t y) {
-  context->poly_x[0] = x;
-  context->poly_y[0] = y;
-  context->poly_pen_up = 1;
-  context->poly_count = 1;
+  context->accumulator.poly_x[0] = x;
+  context->accumulator.poly_y[0] = y;
+  context->accumulator.poly_pen_up = 1;
+  context->accumulator.poly_count = 1;
 }
 
 void append_point(OutputContext *context, int32_t x, int32_t y) {
-  const int32_t count = context->poly_count;
-  context->poly_pen_up = 0;  // also for a point that is not stored: it makes a dot
+  const int32_t count = context->accumulator.poly_count;
+  context->accumulator.poly_pen_up = 0;  // also for a point that is not stored: it makes a dot
   if (count == 0) return;
-  if (x == context->poly_x[count - 1] && y == context->poly_y[count - 1]) return;
-  context->poly_x[count] = x;
-  context->poly_y[count] = y;
-  context->poly_count = count + 1;
+  if (x == context->accumulator.poly_x[count - 1] && y == context->accumulator.poly_y[count - 1])
+    return;
+  context->accumulator.poly_x[count] = x;
+  context->accumulator.poly_y[count] = y;
+  context->accumulator.poly_count = count + 1;
 }
 
 void move_pen(OutputContext *context, int32_t x, int32_t y, int32_t code) {
   if (code == 2) {
     append_point(context, x, y);
-    if (context->poly_count < poly_capacity) return;
+    if (context->accumulator.poly_count < poly_capacity) return;
   }
-  const int32_t count = context->poly_count;
-  if (count > 1 || (count == 1 && context->poly_pen_up == 0)) render_gathered(context);
+  const int32_t count = context->accumulator.poly_count;
+  if (count > 1 || (count == 1 && context->accumulator.poly_pen_up == 0)) render_gathered(context);
   start_at(context, x, y);
 }
 
@@ -95,13 +97,13 @@ void move_pen(OutputContext *context, int32_t x, int32_t y, int32_t code) {
 
 void render_polyline(OutputContext *context, const int32_t *xs, const int32_t *ys, int32_t n) {
   with_surface(context, [&](const auto &s) {
-    if (context->line_width >= thick_width && n >= 2) {
+    if (context->pen.line_width >= thick_width && n >= 2) {
       draw_thick(s, context, xs, ys, n);
     } else if (n == 1) {
       draw_dot(s, context, xs[0], ys[0]);
     } else if (draw_smooth(s, context, xs, ys, n)) {
       return;
-    } else if (context->clip_on == 0 && context->line_width < 2) {
+    } else if (context->page.clip_on == 0 && context->pen.line_width < 2) {
       draw_fast(s, context, xs, ys, n);
     } else {
       draw_wide(s, context, xs, ys, n);
@@ -109,13 +111,11 @@ void render_polyline(OutputContext *context, const int32_t *xs, const int32_t *y
   });
 }
 
-// The window's accumulator is drawn by the window family, which has its own.
-void flush_polyline(OutputContext *context, int32_t side) {
-  if (side != 0) return;
-  const int32_t count = context->poly_count;
-  if (count == 0 || (count == 1 && context->poly_pen_up != 0)) return;
+void flush_raster(OutputContext *context) {
+  const int32_t count = context->accumulator.poly_count;
+  if (count == 0 || (count == 1 && context->accumulator.poly_pen_up != 0)) return;
   render_gathered(context);
-  start_at(context, context->poly_x[count - 1], context->poly_y[count - 1]);
+  start_at(context, context->accumulator.poly_x[count - 1], context->accumulator.poly_y[count - 1]);
 }
 
 }  // namespace quorix

@@ -14,9 +14,6 @@
 namespace quorix {
 
 namespace {
-
-enum : int32_t { cap_round = 1, cap_square = 2, join_miter = 0, join_round = 1, join_bevel = 2 };
-
 constexpr double right_angle = 1.570796;  // kept: not quite a right angle
 // As a 32-bit float value.
 constexpr double parallel_slopes = static_cast<double>(0.001F);
@@ -158,7 +155,7 @@ int32_t line_intersection(Point a, Point b, Point c, Point d, double *xi, double
 template <class Pixel>
 void draw_thick(const Surface<Pixel> &s, const OutputContext *context, const int32_t *xs,
                 const int32_t *ys, int32_t n) {
-  const ThickPen<Pixel> pen = {s, context->line_width / 2.0, context->line_join};
+  const ThickPen<Pixel> pen = {s, context->pen.line_width / 2.0, context->pen.line_join};
   const bool closed = xs[0] == xs[n - 1] && ys[0] == ys[n - 1];
   double start_angle = 0.0;
   double end_angle = 0.0;  // kept: that of a single segment stays 0 whatever its direction
@@ -183,10 +180,10 @@ void draw_thick(const Surface<Pixel> &s, const OutputContext *context, const int
   }
   if (closed) {
     close_line(pen, first, previous, xs[0], ys[0]);
-  } else if (context->line_cap == cap_round) {
+  } else if (context->pen.line_cap == cap_round) {
     fill_disc(pen, xs[0], ys[0]);
     fill_disc(pen, xs[n - 1], ys[n - 1]);
-  } else if (context->line_cap == cap_square) {
+  } else if (context->pen.line_cap == cap_square) {
     square_caps(pen, {static_cast<double>(xs[0]), static_cast<double>(ys[0])},
                 {static_cast<double>(xs[n - 1]), static_cast<double>(ys[n - 1])}, start_angle,
                 end_angle);

@@ -104,7 +104,7 @@ Extent line_extent(int32_t a, int32_t b, bool clamp, int32_t low, int32_t high) 
 template <class Pixel>
 void draw_hline(const Surface<Pixel> &s, const OutputContext *context, int32_t x1, int32_t y,
                 int32_t x2) {
-  const bool clipped = context->clip_on != 0;
+  const bool clipped = context->page.clip_on != 0;
   if (clipped && (y < s.clip.y1 || y > s.clip.y2)) return;
   const Extent clip_extent = line_extent(x1, x2, clipped, s.clip.x1, s.clip.x2);
   const Extent e = line_extent(clip_extent.first, clip_extent.last, true, s.page.x1, s.page.x2);
@@ -112,14 +112,14 @@ void draw_hline(const Surface<Pixel> &s, const OutputContext *context, int32_t x
   if (clip_extent.first > clip_extent.last || e.first > e.last) return;
   if (y >= s.page.y1 && y <= s.page.y2) fill_span(s, e.first, e.last, y);
   for_each_extra_line(
-      context->line_width, y, {s.clip.y1, s.clip.y2}, {s.page.y1, s.page.y2},
+      context->pen.line_width, y, {s.clip.y1, s.clip.y2}, {s.page.y1, s.page.y2},
       [&](int64_t row) { fill_span(s, e.first, e.last, static_cast<int32_t>(row)); });
 }
 
 template <class Pixel>
 void draw_vline(const Surface<Pixel> &s, const OutputContext *context, int32_t x, int32_t y1,
                 int32_t y2) {
-  const bool clipped = context->clip_on != 0;
+  const bool clipped = context->page.clip_on != 0;
   if (clipped && (x < s.clip.x1 || x > s.clip.x2)) return;
   const Extent clip_extent = line_extent(y1, y2, clipped, s.clip.y1, s.clip.y2);
   const Extent e = line_extent(clip_extent.first, clip_extent.last, true, s.page.y1, s.page.y2);
@@ -130,7 +130,7 @@ void draw_vline(const Surface<Pixel> &s, const OutputContext *context, int32_t x
       *to = s.ink;
   };
   if (x >= s.page.x1 && x <= s.page.x2) fill_column(x);
-  for_each_extra_line(context->line_width, x, {s.clip.x1, s.clip.x2}, {s.page.x1, s.page.x2},
+  for_each_extra_line(context->pen.line_width, x, {s.clip.x1, s.clip.x2}, {s.page.x1, s.page.x2},
                       fill_column);
 }
 
@@ -202,11 +202,11 @@ void draw_clipped(const Surface<Pixel> &s, const OutputContext *context, const i
 // Every pixel of the pen is drawn only at steps whose centre lies in the clip rectangle.
 void draw_wide_palette(const PaletteSurface &s, const OutputContext *context, const int32_t *xs,
                        const int32_t *ys, int32_t n) {
-  if (context->line_width < 2) return draw_clipped(s, context, xs, ys, n);
+  if (context->pen.line_width < 2) return draw_clipped(s, context, xs, ys, n);
   for_each_sloping_segment(s, context, xs, ys, n, [&](const SegmentWalk &w) {
     const StepRange centres = steps_within(w, s.clip);
     draw_steps(s, w, common_steps(centres, steps_within(w, s.page)), 0);
-    for (int32_t i = 1; i < context->line_width; ++i) {
+    for (int32_t i = 1; i < context->pen.line_width; ++i) {
       const int32_t shift = extra_offset(i);
       draw_steps(s, w, common_steps(centres, steps_within(w, s.box, shift)), shift);
     }
@@ -216,10 +216,10 @@ void draw_wide_palette(const PaletteSurface &s, const OutputContext *context, co
 // Every pixel of the pen is clipped on its own.
 void draw_wide_rgba(const RgbaSurface &s, const OutputContext *context, const int32_t *xs,
                     const int32_t *ys, int32_t n) {
-  if (context->line_width < 2) return draw_clipped(s, context, xs, ys, n);
+  if (context->pen.line_width < 2) return draw_clipped(s, context, xs, ys, n);
   for_each_sloping_segment(s, context, xs, ys, n, [&](const SegmentWalk &w) {
     draw_steps(s, w, steps_within(w, s.box), 0);
-    for (int32_t i = 1; i < context->line_width; ++i) {
+    for (int32_t i = 1; i < context->pen.line_width; ++i) {
       const int32_t shift = extra_offset(i);
       draw_steps(s, w, steps_within(w, s.box, shift), shift);
     }

@@ -8,25 +8,28 @@
 
 #include <cstdint>
 
-#include "quorix/device.h"
-#include "quorix/output_context.h"
+#include "core/device.h"
+#include "core/output_context.h"
 #include "raster/surface.h"
 
 namespace quorix {
 
-// ---- context.cpp
-// Releases the record and all that hangs on it, and clears `output_context`.
-void release_output_context();
+// ---- record.cpp
+// The drawing record, made if there is none, with the raster as one of its devices. Without memory
+// it says so and ends the process with code 0.
+OutputContext *require_output_context();
 
 // ---- life_cycle.cpp
+// Releases what the raster keeps in the record.
+void release_raster(OutputContext *context);
 // Makes all of `raster` background.
 void fill_page(OutputContext *context);
 // The background: bytes for RGB and for alpha.
 inline uint8_t background_byte(const OutputContext *context) {
-  return context->white_background != 0 && context->rgba_mode != 0 ? 255 : 0;
+  return context->page.white_background != 0 && context->page.rgba_mode != 0 ? 255 : 0;
 }
-// Points `raster` at raster_base or blend_raster.
-void select_raster_buffer(OutputContext *context, uint8_t *buffer, RasterPage page);
+// Makes raster_base or blend_raster what drawing writes to.
+void select_raster_buffer(OutputContext *context, const PixelBuffer &buffer);
 
 // ---- depth_memory.cpp: the depth buffer follows the page, so its memory is the raster's affair
 // Releases the buffer, if there is one.
@@ -38,13 +41,6 @@ bool renew_depth_buffer(OutputContext *context, int32_t width, int32_t height);
 void clear_depth_buffer(OutputContext *context);
 
 // ---- colours.cpp
-// How many entries a palette of a kind has.
-int32_t palette_entries(uint8_t kind);
-// As nearest_colour, but remembers its answers until the palette changes.
-int32_t cached_nearest_colour(const OutputContext *context, uint8_t r, uint8_t g, uint8_t b);
-inline bool is_packed_colour(int32_t colour) {
-  return colour >> 24 == 1;
-}
 // A colour argument as the pixel that the current raster mode stores.
 uint8_t palette_pixel(const OutputContext *context, int32_t colour);
 uint32_t rgba_pixel(const OutputContext *context, int32_t colour);
@@ -54,9 +50,8 @@ void set_current_colour(OutputContext *context, int32_t colour);
 // ---- polyline.cpp
 // Draws n points as one polyline, with the pen, colour and clipping in force.
 void render_polyline(OutputContext *context, const int32_t *xs, const int32_t *ys, int32_t n);
-inline void flush_raster(OutputContext *context) {
-  flush_polyline(context, 0);
-}
+// Draws what is gathered; the pen stays where it is.
+void flush_raster(OutputContext *context);
 
 // ---- polyline_thin.cpp: pens of width below 4
 template <class Pixel>
@@ -110,7 +105,20 @@ template <class Pixel>
 int32_t fill_polygon_plainly(const Surface<Pixel> &s, const double *xs, const double *ys,
                              int32_t n);
 
+// ---- device.cpp
+extern const Device raster_device;
+
+// ---- areas.cpp
+// Corners inclusive.
+void fill_raster_rectangle(OutputContext *context, int32_t x1, int32_t y1, int32_t x2, int32_t y2,
+                           int32_t colour);
+
 // ---- pixels.cpp
+// As a Device's read_rectangle and write_row.
+void read_raster_rectangle(OutputContext *context, uint8_t *buffer, int32_t x, int32_t y, int32_t n,
+                           int32_t rows);
+void write_raster_pixels(OutputContext *context, const uint8_t *buffer, int32_t x, int32_t y,
+                         int32_t n);
 // Writes n pixels into the raster from (x, y): RGB triples or indices. Off the page: skipped.
 void write_raster_row(OutputContext *context, const uint8_t *buffer, int32_t x, int32_t y,
                       int32_t n, bool rgb);

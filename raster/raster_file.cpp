@@ -28,7 +28,7 @@ constexpr int32_t type_older_index = 0;
 
 // Triples of all rows, alpha dropped.
 Status save_rgb_rows(const OutputContext *context, std::FILE *file) {
-  const RasterPage &page = context->page;
+  const RasterPage &page = context->buffers.raster.page;
   const size_t row_bytes = static_cast<size_t>(page.width) * 3;
   auto row = allocate_array<uint8_t>(row_bytes);
   if (!row) return no_memory;
@@ -42,14 +42,14 @@ Status save_rgb_rows(const OutputContext *context, std::FILE *file) {
 Status save_raster(const OutputContext *context, const char *file_name) {
   const OwnedFile file = open_file(file_name, "wb");
   if (!file) return not_opened;
-  const RasterPage &page = context->page;
+  const RasterPage &page = context->buffers.raster.page;
   const bool rgba = page.rgba != 0;
   const int32_t bits = rgba ? rgb_bits : index_bits;
   const RasterFileHeader header = {
       page.width, page.height, bits, page.width * (rgba ? 3 : 1), bits, 32, 0, rgba ? 5 : 1, 0};
   write_raster_header(file.get(), header, kind_virt);
   if (rgba) return save_rgb_rows(context, file.get());
-  write_file(file.get(), context->raster,
+  write_file(file.get(), context->buffers.raster.pixels,
              static_cast<size_t>(page.width) * static_cast<size_t>(page.height));
   return done;
 }
@@ -95,10 +95,11 @@ size_t bytes_left(std::FILE *file) {
 
 // The file fits the raster byte for byte.
 void load_whole(const RasterLoad &load) {
-  const RasterPage &page = load.context->page;
+  const RasterPage &page = load.context->buffers.raster.page;
   const size_t bytes = static_cast<size_t>(page.width) * static_cast<size_t>(page.height);
-  const size_t count = read_file(load.file, load.context->raster, bytes);
-  if (load.older) convert_older_indices(load.context->raster, count, load.header.index_offset);
+  const size_t count = read_file(load.file, load.context->buffers.raster.pixels, bytes);
+  if (load.older)
+    convert_older_indices(load.context->buffers.raster.pixels, count, load.header.index_offset);
 }
 
 // The next row of the file, filled up with zeros; false at the end of the file.
@@ -112,18 +113,19 @@ bool read_row(const RasterLoad &load, uint8_t *row, size_t room) {
 
 // Rows of the raster's own depth, stored as they are.
 void load_compatible(const RasterLoad &load, uint8_t *row, size_t room) {
-  const RasterPage &page = load.context->page;
+  const RasterPage &page = load.context->buffers.raster.page;
   for (int32_t y = 0; y < load.rows && read_row(load, row, room); ++y) {
     if (page.rgba == 0) {
-      std::memcpy(load.context->raster + static_cast<size_t>(y) * static_cast<size_t>(page.width),
+      std::memcpy(load.context->buffers.raster.pixels +
+                      static_cast<size_t>(y) * static_cast<size_t>(page.width),
                   row, static_cast<size_t>(load.header.bytes_per_row));
       continue;
     }
-    auto *to = reinterpret_cast<uint32_t *>(load.context->raster) +
+    auto *to = reinterpret_cast<uint32_t *>(load.context->buffers.raster.pixels) +
                static_cast<size_t>(y) * static_cast<size_t>(page.width);
     for (int32_t x = 0; x < load.cols; ++x) {
       const uint8_t *p = row + static_cast<size_t>(x) * 3;
-      to[x] = pack_rgba(p[0], p[1], p[2], load.context->colour_alpha);
+      to[x] = pack_rgba(p[0], p[1], p[2], load.context->colours.colour_alpha);
     }
   }
 }
@@ -144,7 +146,7 @@ Status load_converted(const RasterLoad &load, uint8_t *row, size_t room) {
 }
 
 Status load_rows(const RasterLoad &load) {
-  const RasterPage &page = load.context->page;
+  const RasterPage &page = load.context->buffers.raster.page;
   const size_t pixel_bytes = static_cast<size_t>(load.header.bits_stored) / 8;
   const bool own_depth = load.header.bits_stored == (page.rgba != 0 ? rgb_bits : index_bits);
   const int64_t page_row_bytes = static_cast<int64_t>(page.width) * (page.rgba != 0 ? 4 : 1);
@@ -167,7 +169,7 @@ Status load_raster(OutputContext *context, const char *file_name) {
   load.context = context;
   load.file = file.get();
   if (!read_raster_header(load.file, &load.header)) return bad_file;
-  const RasterPage &page = context->page;
+  const RasterPage &page = context->buffers.raster.page;
   const RasterFileHeader &header = load.header;
   load.older = header.bits_stored == index_bits && header.pixel_type == type_older_index;
   load.rows = std::min(header.height, page.height);

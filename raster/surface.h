@@ -13,7 +13,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 
 namespace quorix {
 
@@ -59,16 +59,18 @@ using RgbaSurface = Surface<uint32_t>;
 
 // True while the record describes the buffer that `raster` points to.
 inline bool has_raster(const OutputContext *context) {
-  return context->page.width > 0 && context->page.rgba == context->rgba_mode;
+  return context->buffers.raster.page.width > 0 &&
+         context->buffers.raster.page.rgba == context->page.rgba_mode;
 }
 
 template <class Pixel>
 Surface<Pixel> make_surface(const OutputContext *context, Pixel ink) {
   Surface<Pixel> s;
-  s.base = reinterpret_cast<Pixel *>(context->raster);
-  s.pitch = context->page.width;
-  s.clip = {context->clip_x1, context->clip_y1, context->clip_x2, context->clip_y2};
-  s.page = {0, 0, context->page.width - 1, context->page.height - 1};
+  s.base = reinterpret_cast<Pixel *>(context->buffers.raster.pixels);
+  s.pitch = context->buffers.raster.page.width;
+  s.clip = {context->page.clip_x1, context->page.clip_y1, context->page.clip_x2,
+            context->page.clip_y2};
+  s.page = {0, 0, context->buffers.raster.page.width - 1, context->buffers.raster.page.height - 1};
   s.box = intersection(s.clip, s.page);
   s.ink = ink;
   return s;
@@ -78,11 +80,12 @@ Surface<Pixel> make_surface(const OutputContext *context, Pixel ink) {
 template <class Draw>
 void with_surface(const OutputContext *context, Draw draw) {
   if (!has_raster(context)) return;
-  if (context->rgba_mode != 0) {
-    draw(make_surface<uint32_t>(context, pack_rgba(context->colour_r, context->colour_g,
-                                                   context->colour_b, context->colour_alpha)));
+  if (context->page.rgba_mode != 0) {
+    draw(make_surface<uint32_t>(
+        context, pack_rgba(context->colours.colour_r, context->colours.colour_g,
+                           context->colours.colour_b, context->colours.colour_alpha)));
   } else {
-    draw(make_surface<uint8_t>(context, context->colour_index));
+    draw(make_surface<uint8_t>(context, context->colours.colour_index));
   }
 }
 

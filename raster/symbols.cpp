@@ -197,7 +197,7 @@ void draw_round_symbol(const OutputContext *context, int32_t symbol, int32_t x, 
       draw_disc(s, x, y, h, upper_half_only);
       return;
     }
-    draw_circle(s, context->line_width, x, y, h, upper_half_only);
+    draw_circle(s, context->pen.line_width, x, y, h, upper_half_only);
     if (upper_half_only) draw_hline(s, context, saturated_sum(x, -h), y, saturated_sum(x, h));
   });
 }
@@ -220,9 +220,9 @@ extern "C" int32_t qqvsym(int32_t symbol, int32_t x, int32_t y, int32_t size) {
   OutputContext *context = output_context;
   if (context == nullptr) return 0;
   flush_raster(context);
-  const uint8_t clip_on = context->clip_on;
-  context->clip_on = 1;  // markers are always clipped
+  const uint8_t clip_on = context->page.clip_on;
+  context->page.clip_on = 1;  // markers are always clipped
   draw_symbol(context, symbol, x, y, size / 2);
-  context->clip_on = clip_on;
+  context->page.clip_on = clip_on;
   return 0;
 }

@@ -5,6 +5,7 @@
 // Both edges are stepped row by row in doubles, so an edge ends at the sum of its steps, which need
 // not be its corner. Rows above the page are summed up without being drawn.
 #include "base/numbers.h"
+#include "base/sort3.h"
 #include "quorix/raster.h"
 #include "raster/raster.h"
 #include "raster/repeated_sum.h"

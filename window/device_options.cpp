@@ -10,6 +10,7 @@
 #include <iterator>
 
 #include "raster/raster.h"
+#include "window/window_set.h"
 
 namespace quorix {
 
@@ -61,13 +62,14 @@ bool needs_window_set(int32_t option, bool reads) {
 }
 
 void set_transparent_colour(OutputContext *context, int32_t value) {
-  context->transparent_colour = value;
+  context->colours.transparent_colour = value;
   if (value == -1) return;
-  colour_to_rgb(context, value, &context->transparent_r, &context->transparent_g,
-                &context->transparent_b);
+  colour_to_rgb(context, value, &context->colours.transparent_r, &context->colours.transparent_g,
+                &context->colours.transparent_b);
   if (is_packed_colour(value)) {
-    context->transparent_colour = nearest_colour(context, context->transparent_r,
-                                                 context->transparent_g, context->transparent_b);
+    context->colours.transparent_colour =
+        nearest_colour(context, context->colours.transparent_r, context->colours.transparent_g,
+                       context->colours.transparent_b);
   }
 }
 
@@ -76,16 +78,16 @@ void set_pen_option(OutputContext *context, int32_t option, int32_t value) {
   flush_raster(context);
   switch (option) {
     case option_line_width:
-      context->line_width = value;
+      context->pen.line_width = value;
       break;
     case option_line_cap:
-      context->line_cap = value;
+      context->pen.line_cap = value;
       break;
     case option_line_join:
-      context->line_join = value;
+      context->pen.line_join = value;
       break;
     case option_no_clip:
-      context->clip_on = value == 1 ? 0 : 1;
+      context->page.clip_on = value == 1 ? 0 : 1;
       break;
     default:
       break;
@@ -97,16 +99,16 @@ void set_clip_edge(OutputContext *context, int32_t option, int32_t value) {
   switch (option) {
     case option_clip_x1:
       flush_raster(context);
-      context->clip_x1 = value;
+      context->page.clip_x1 = value;
       break;
     case option_clip_y1:
-      context->clip_y1 = value;
+      context->page.clip_y1 = value;
       break;
     case option_clip_x2:
-      context->clip_x2 = value;
+      context->page.clip_x2 = value;
       break;
     default:
-      context->clip_y2 = value;
+      context->page.clip_y2 = value;
       break;
   }
 }
@@ -114,31 +116,31 @@ void set_clip_edge(OutputContext *context, int32_t option, int32_t value) {
 void set_plain_option(OutputContext *context, int32_t option, int32_t value) {
   switch (option) {
     case option_swap_black_white:
-      context->swap_black_white = low_byte(value);
+      context->options.swap_black_white = low_byte(value);
       break;
     case option_fine_depth:
-      context->depth_bias = fine_depth_bias;
+      context->depth.depth_bias = fine_depth_bias;
       break;
     case option_coarse_depth:
-      context->depth_bias = coarse_depth_bias;
+      context->depth.depth_bias = coarse_depth_bias;
       break;
     case option_alpha:
-      context->colour_alpha = low_byte(value);
+      context->colours.colour_alpha = low_byte(value);
       break;
     case option_blend_background:
-      context->blend_over_background = low_byte(1 - low_byte(value));
+      context->depth.blend_over_background = low_byte(1 - low_byte(value));
       break;
     case option_text_map_level:
-      context->text_map_level = value;
+      context->options.text_map_level = value;
       break;
     case option_transparent:
       set_transparent_colour(context, value);
       break;
     case option_smooth:
-      context->line_smooth_on = low_byte(low_byte(value) - 1);
+      context->pen.line_smooth_on = low_byte(low_byte(value) - 1);
       break;
     case option_defaults:
-      set_output_defaults(context);
+      restore_defaults(context);
       break;
     default:
       break;
@@ -173,7 +175,7 @@ using namespace quorix;
 
 extern "C" int32_t qqwwid(int32_t option, void *value, int32_t set) {
   OutputContext *context = require_output_context();
-  if (needs_window_set(option, set == 0)) create_output_context(context, 2);
+  if (needs_window_set(option, set == 0)) require_window_set(context);
   auto *number = static_cast<int32_t *>(value);
   if (set == 0) {
     *number = -1;
@@ -184,7 +186,6 @@ extern "C" int32_t qqwwid(int32_t option, void *value, int32_t set) {
 }
 
 extern "C" int32_t qqwfree(void) {
-  quorix::release_bdf_fonts(quorix::output_context);
   quorix::release_output_context();
   return 0;
 }

@@ -14,7 +14,7 @@ class BlendLayer : public DepthTest {
     qqvpix(x, y, packed_rgb(r, g, b));
   }
   static std::string raw_pixel(const uint8_t *buffer, int32_t x, int32_t y) {
-    const uint8_t *pixel = buffer + 4 * (y * output_context->width + x);
+    const uint8_t *pixel = buffer + 4 * (y * output_context->page.width + x);
     char text[16];
     std::snprintf(text, sizeof(text), "%02x%02x%02x%02x", pixel[0], pixel[1], pixel[2], pixel[3]);
     return text;
@@ -24,11 +24,11 @@ class BlendLayer : public DepthTest {
 TEST_F(BlendLayer, TakesTheDrawingAndLeavesThePageUntilItIsClosed) {
   open_rgba_page(4, 3);
   EXPECT_EQ(layer(1), 0);
-  EXPECT_EQ(output_context->raster_state, 2);
+  EXPECT_EQ(output_context->buffers.raster_state, 2);
   put(1, 1, 1, 2, 3, 255);
-  EXPECT_EQ(raw_pixel(output_context->raster_base, 1, 1), "00000000");
+  EXPECT_EQ(raw_pixel(output_context->buffers.raster_base.pixels, 1, 1), "00000000");
   EXPECT_EQ(layer(2), 0);
-  EXPECT_EQ(output_context->raster_state, 1);
+  EXPECT_EQ(output_context->buffers.raster_state, 1);
   EXPECT_EQ(rgba_at(1, 1), "010203ff");
 }
 
@@ -69,7 +69,8 @@ TEST_F(BlendLayer, MixesEveryAlphaAndPairOfChannelsAsTold) {
       for (int32_t d = 0; d < 256; d++) {
         const int32_t product = (alpha + 1) * (s - d);
         const int32_t quotient = product / 256 - (product < 0 && product % 256 != 0 ? 1 : 0);
-        ASSERT_EQ(output_context->raster[4 * (s * 256 + d)], d + quotient) << s << " on " << d;
+        ASSERT_EQ(output_context->buffers.raster.pixels[4 * (s * 256 + d)], d + quotient)
+            << s << " on " << d;
       }
     }
   }
@@ -81,10 +82,10 @@ TEST_F(BlendLayer, IsEmptyAfterwardsButForItsColours) {
   put(1, 1, 1, 2, 3, 255);
   put(2, 2, 4, 5, 6, 100);
   layer(2);
-  EXPECT_EQ(raw_pixel(output_context->blend_raster, 1, 1), "01020300");
-  EXPECT_EQ(raw_pixel(output_context->blend_raster, 2, 2), "04050600");
+  EXPECT_EQ(raw_pixel(output_context->buffers.blend_raster.pixels, 1, 1), "01020300");
+  EXPECT_EQ(raw_pixel(output_context->buffers.blend_raster.pixels, 2, 2), "04050600");
   for (size_t i = 3; i < 48; i += 4)
-    EXPECT_EQ(output_context->blend_raster[i], 0);
+    EXPECT_EQ(output_context->buffers.blend_raster.pixels[i], 0);
 }
 
 TEST_F(BlendLayer, IsUsedAgainAsItIs) {
@@ -92,9 +93,9 @@ TEST_F(BlendLayer, IsUsedAgainAsItIs) {
   layer(1);
   put(1, 1, 1, 2, 3, 255);
   layer(2);
-  const uint8_t *buffer = output_context->blend_raster;
+  const uint8_t *buffer = output_context->buffers.blend_raster.pixels;
   layer(1);
-  EXPECT_EQ(output_context->raster, buffer);
+  EXPECT_EQ(output_context->buffers.raster.pixels, buffer);
   EXPECT_EQ(raw_pixel(buffer, 1, 1), "01020300");
   put(0, 0, 7, 7, 7, 255);
   layer(2);
@@ -105,7 +106,7 @@ TEST_F(BlendLayer, IsUsedAgainAsItIs) {
 TEST_F(BlendLayer, StartsAsTheBackgroundOfThePageWithoutAlpha) {
   open_rgba_page(4, 3, true);
   layer(1);
-  EXPECT_EQ(raw_pixel(output_context->raster, 3, 2), "ffffff00");
+  EXPECT_EQ(raw_pixel(output_context->buffers.raster.pixels, 3, 2), "ffffff00");
   layer(2);
   EXPECT_EQ(rgba_at(3, 2), "ffffff00");
 }
@@ -150,10 +151,10 @@ TEST_F(BlendLayer, TakesAlongTheLinesGatheredInItAndNotThoseBefore) {
   qqvclr(packed_rgb(1, 1, 1));
   qqvlin(0, 0, 3, 0);
   layer(1);
-  EXPECT_EQ(raw_pixel(output_context->raster_base, 1, 0), "010101ff");
+  EXPECT_EQ(raw_pixel(output_context->buffers.raster_base.pixels, 1, 0), "010101ff");
   qqvlin(0, 2, 3, 2);
   layer(2);
-  EXPECT_EQ(raw_pixel(output_context->raster, 1, 2), "010101ff");
+  EXPECT_EQ(raw_pixel(output_context->buffers.raster.pixels, 1, 2), "010101ff");
 }
 
 // ---- Wrong orders
@@ -162,8 +163,8 @@ TEST_F(BlendLayer, IsRefusedOnAPalettePage) {
   open_page(4, 3);
   qqvpix(1, 1, 3);
   EXPECT_EQ(layer(1), 1);
-  EXPECT_EQ(output_context->raster_state, 1);
-  EXPECT_EQ(output_context->blend_raster, nullptr);
+  EXPECT_EQ(output_context->buffers.raster_state, 1);
+  EXPECT_EQ(output_context->buffers.blend_raster.pixels, nullptr);
   EXPECT_EQ(layer(2), 0);
   EXPECT_EQ(index_at(1, 1), 3);
 }
@@ -189,8 +190,8 @@ TEST_F(BlendLayer, OpenedTwiceClosesOnce) {
   EXPECT_EQ(layer(1), 0);
   put(2, 1, 1, 2, 3, 255);
   EXPECT_EQ(layer(2), 0);
-  EXPECT_EQ(output_context->raster_state, 1);
-  EXPECT_EQ(output_context->raster, output_context->raster_base);
+  EXPECT_EQ(output_context->buffers.raster_state, 1);
+  EXPECT_EQ(output_context->buffers.raster.pixels, output_context->buffers.raster_base.pixels);
   EXPECT_EQ(rgba_at(1, 1), "010203ff");
   EXPECT_EQ(rgba_at(2, 1), "010203ff");
 }
@@ -200,8 +201,8 @@ TEST_F(BlendLayer, ClosedWithoutBeingOpenedOnlyDrawsWhatIsGathered) {
   qqvclr(packed_rgb(1, 1, 1));
   qqvlin(0, 0, 3, 0);
   EXPECT_EQ(layer(2), 0);
-  EXPECT_EQ(output_context->raster_state, 1);
-  EXPECT_EQ(raw_pixel(output_context->raster, 1, 0), "010101ff");
+  EXPECT_EQ(output_context->buffers.raster_state, 1);
+  EXPECT_EQ(raw_pixel(output_context->buffers.raster.pixels, 1, 0), "010101ff");
 }
 
 TEST_F(BlendLayer, IsForgottenByAPageOpenedAnew) {
@@ -209,7 +210,7 @@ TEST_F(BlendLayer, IsForgottenByAPageOpenedAnew) {
   layer(1);
   put(1, 1, 1, 2, 3, 255);
   open_rgba_page(50, 40);
-  EXPECT_EQ(output_context->raster_state, 1);
+  EXPECT_EQ(output_context->buffers.raster_state, 1);
   EXPECT_EQ(layer(2), 0);
   EXPECT_EQ(rgba_at(1, 1), "00000000");
   EXPECT_EQ(layer(1), 0);
@@ -249,16 +250,16 @@ TEST_F(BlendLayer, KnowsNoOtherOperation) {
   for (const int32_t op : {0, 5, -1, INT32_MAX}) {
     EXPECT_EQ(layer(op), 0) << op;
   }
-  EXPECT_EQ(output_context->raster_state, 1);
-  EXPECT_EQ(output_context->alpha_blend_on, 0);
+  EXPECT_EQ(output_context->buffers.raster_state, 1);
+  EXPECT_EQ(output_context->depth.alpha_blend_on, 0);
 }
 
 TEST_F(BlendLayer, OperationsThreeAndFourSwitchBlendedTriangles) {
   open_rgba_page(4, 3);
   EXPECT_EQ(layer(3), 0);
-  EXPECT_EQ(output_context->alpha_blend_on, 1);
+  EXPECT_EQ(output_context->depth.alpha_blend_on, 1);
   EXPECT_EQ(layer(4), 0);
-  EXPECT_EQ(output_context->alpha_blend_on, 0);
+  EXPECT_EQ(output_context->depth.alpha_blend_on, 0);
 }
 
 // ---- Windows
@@ -290,11 +291,11 @@ TEST_F(BlendLayer, OfAWindowFlushesItAndGivesItItsColourBack) {
   open_rgba_page(6, 5);
   open_window(24);
   make_window_active();
-  output_context->colour_arg = 4;
+  output_context->colours.colour_arg = 4;
   EXPECT_EQ(layer(1), 0);
   EXPECT_EQ(window.calls, std::vector<std::string>{"flush()"});
-  EXPECT_EQ(output_context->colour_b, 255);  // the raster's colour is now the window's
-  EXPECT_EQ(output_context->colour_r, 0);
+  EXPECT_EQ(output_context->colours.colour_b, 255);  // the raster's colour is now the window's
+  EXPECT_EQ(output_context->colours.colour_r, 0);
   layer(2);
   const std::vector<std::string> expected = {"flush()", "set_colour(4)"};
   EXPECT_EQ(window.calls, expected);
@@ -305,8 +306,8 @@ TEST_F(BlendLayer, OfAWindowMakesTheRecordAnRgbaOne) {
   open_window(24);
   make_window_active();
   EXPECT_EQ(layer(1), 0);
-  EXPECT_EQ(output_context->rgba_mode, 1);
-  EXPECT_EQ(output_context->stride, 24);
+  EXPECT_EQ(output_context->page.rgba_mode, 1);
+  EXPECT_EQ(output_context->page.stride, 24);
   put(3, 2, 7, 8, 9, 255);
   EXPECT_EQ(layer(2), 0);
   EXPECT_EQ(window_pixel(window, 3, 2), "090807");
@@ -314,7 +315,7 @@ TEST_F(BlendLayer, OfAWindowMakesTheRecordAnRgbaOne) {
   put(3, 2, 7, 8, 9, 255);
   qqvfll(0, 0, 5, 4, 3);
   for (int32_t i = 0; i < 30; i++)
-    EXPECT_EQ(output_context->raster_base[i], 0);
+    EXPECT_EQ(output_context->buffers.raster_base.pixels[i], 0);
 }
 
 TEST_F(BlendLayer, OfAWindowNeedsNoRaster) {
@@ -322,12 +323,12 @@ TEST_F(BlendLayer, OfAWindowNeedsNoRaster) {
   qqvfin();
   open_window(32);
   make_window_active();
-  output_context->raster_state = 0;
+  output_context->buffers.raster_state = 0;
   EXPECT_EQ(layer(1), 0);
   put(3, 2, 7, 8, 9, 255);
   EXPECT_EQ(layer(2), 0);
   EXPECT_EQ(window_pixel(window, 3, 2).substr(0, 6), "090807");
-  EXPECT_EQ(output_context->raster_state, 0);
+  EXPECT_EQ(output_context->buffers.raster_state, 0);
 }
 
 TEST_F(BlendLayer, OfAResizedWindowIsMadeAnew) {
@@ -337,11 +338,11 @@ TEST_F(BlendLayer, OfAResizedWindowIsMadeAnew) {
   layer(1);
   put(3, 2, 7, 8, 9, 255);
   layer(2);
-  output_context->width = 60;
-  output_context->height = 50;
-  output_context->stride = 240;
-  output_context->clip_x2 = 59;
-  output_context->clip_y2 = 49;
+  output_context->page.width = 60;
+  output_context->page.height = 50;
+  output_context->page.stride = 240;
+  output_context->page.clip_x2 = 59;
+  output_context->page.clip_y2 = 49;
   open_window(24);
   EXPECT_EQ(layer(1), 0);
   put(59, 49, 7, 8, 9, 255);
@@ -357,8 +358,8 @@ TEST_F(BlendLayer, OfAWindowWhosePixelsCannotBeHadGivesOneAndIsClosed) {
   put(3, 2, 7, 8, 9, 255);
   WindowDevice::refuse_bitmaps(true);
   EXPECT_EQ(layer(2), 1);
-  EXPECT_EQ(output_context->raster, output_context->raster_base);
-  EXPECT_EQ(output_context->raster_state, 1);
+  EXPECT_EQ(output_context->buffers.raster.pixels, output_context->buffers.raster_base.pixels);
+  EXPECT_EQ(output_context->buffers.raster_state, 1);
 }
 
 TEST_F(BlendLayer, OfNoWindowAtAllGivesOneAndIsClosed) {
@@ -367,7 +368,7 @@ TEST_F(BlendLayer, OfNoWindowAtAllGivesOneAndIsClosed) {
   EXPECT_EQ(layer(1), 0);
   put(3, 2, 7, 8, 9, 255);
   EXPECT_EQ(layer(2), 1);
-  EXPECT_EQ(output_context->raster_state, 1);
+  EXPECT_EQ(output_context->buffers.raster_state, 1);
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ TEST_F(DepthAllocation, OfADepthBufferThatFailsGivesOneAndLeavesItOff) {
       refuse_each_request([] { open_page(9, 8); }, [&] { status = depth_buffer(0); },
                           [&](bool refused) {
                             EXPECT_EQ(status, refused ? 1 : 0);
-                            EXPECT_EQ(output_context->depth_on, refused ? 0 : 1);
+                            EXPECT_EQ(output_context->depth.depth_on, refused ? 0 : 1);
                             depth_line(0, 0, 0.5, 8, 7, 0.5, 2);
                             shaded_sheet(0.5, 3);
                             EXPECT_EQ(index_at(1, 1), 3);
@@ -50,16 +50,18 @@ TEST_F(DepthAllocation, OfADepthBufferThatFailsGivesOneAndLeavesItOff) {
 
 TEST_F(DepthAllocation, OfALayerThatFailsGivesOneAndLeavesThePage) {
   int32_t status = 0;
-  const size_t requests = refuse_each_request(
-      [] { open_rgba_page(9, 8); }, [&] { status = layer(1); },
-      [&](bool refused) {
-        EXPECT_EQ(status, refused ? 1 : 0);
-        EXPECT_EQ(output_context->raster_state, refused ? 1 : 2);
-        EXPECT_EQ(output_context->raster == output_context->raster_base, refused);
-        qqvpix(8, 7, packed_rgb(1, 2, 3));
-        EXPECT_EQ(layer(2), 0);
-        EXPECT_EQ(rgba_at(8, 7), "010203ff");
-      });
+  const size_t requests =
+      refuse_each_request([] { open_rgba_page(9, 8); }, [&] { status = layer(1); },
+                          [&](bool refused) {
+                            EXPECT_EQ(status, refused ? 1 : 0);
+                            EXPECT_EQ(output_context->buffers.raster_state, refused ? 1 : 2);
+                            EXPECT_EQ(output_context->buffers.raster.pixels ==
+                                          output_context->buffers.raster_base.pixels,
+                                      refused);
+                            qqvpix(8, 7, packed_rgb(1, 2, 3));
+                            EXPECT_EQ(layer(2), 0);
+                            EXPECT_EQ(rgba_at(8, 7), "010203ff");
+                          });
   EXPECT_EQ(requests, 1U);
 }
 
@@ -74,8 +76,8 @@ TEST_F(DepthAllocation, OfAWindowsLayerThatFailsLeavesThePaletteModeInForce) {
       [&] { status = layer(1); },
       [&](bool refused) {
         EXPECT_EQ(status, refused ? 1 : 0);
-        EXPECT_EQ(output_context->rgba_mode, refused ? 0 : 1);
-        EXPECT_EQ(output_context->stride, refused ? 9 : 36);
+        EXPECT_EQ(output_context->page.rgba_mode, refused ? 0 : 1);
+        EXPECT_EQ(output_context->page.stride, refused ? 9 : 36);
         qqvfll(0, 0, 8, 7, 3);
         if (refused) {
           EXPECT_EQ(index_at(8, 7), 3);
@@ -98,8 +100,9 @@ TEST_F(DepthAllocation, OfTheRowForOpenGlThatFailsGivesOneAndClosesTheLayer) {
       [&] { status = layer(2); },
       [&](bool refused) {
         EXPECT_EQ(status, refused ? 1 : 0);
-        EXPECT_EQ(output_context->raster_state, 1);
-        EXPECT_EQ(output_context->raster, output_context->raster_base);
+        EXPECT_EQ(output_context->buffers.raster_state, 1);
+        EXPECT_EQ(output_context->buffers.raster.pixels,
+                  output_context->buffers.raster_base.pixels);
         EXPECT_EQ(window.calls.empty(), refused);
       });
   EXPECT_EQ(requests, 1U);
@@ -122,7 +125,7 @@ TEST_F(DepthAllocation, OfACropThatFailsLeavesPageLayerAndDepths) {
       },
       [&](bool refused) {
         EXPECT_EQ(status, refused ? -2 : 0);
-        EXPECT_EQ(output_context->width, refused ? 9 : 4);
+        EXPECT_EQ(output_context->page.width, refused ? 9 : 4);
         const int32_t at = refused ? 4 : 2;
         EXPECT_EQ(depth_at(at, at), 0.5F);
         EXPECT_EQ(rgba_at(at, at), "010203ff");
@@ -149,7 +152,7 @@ TEST_F(DepthAllocation, OfANewPagesDepthBufferThatFailsSwitchesItOff) {
         shaded_sheet(0.5, 3);
         depth_line(0, 0, 0.5, 39, 29, 0.5, 2);
         if (status == 0) {
-          EXPECT_EQ(output_context->depth_on, refused ? 0 : 1);
+          EXPECT_EQ(output_context->depth.depth_on, refused ? 0 : 1);
           EXPECT_EQ(index_at(39, 29), 2);
         }
       });

@@ -13,10 +13,10 @@ using DepthBuffer = DepthTest;
 TEST_F(DepthBuffer, HoldsTwoEverywhereWhenSwitchedOn) {
   open_page(5, 4);
   EXPECT_EQ(depth_buffer(0), 0);
-  EXPECT_EQ(output_context->depth_on, 1);
+  EXPECT_EQ(output_context->depth.depth_on, 1);
   for (int32_t i = 0; i < 20; i++) {
     uint32_t bits = 0;
-    std::memcpy(&bits, &output_context->depth_buffer[i], 4);
+    std::memcpy(&bits, &output_context->depth.buffer.values[i], 4);
     EXPECT_EQ(bits, 0x40000000U);
   }
 }
@@ -36,7 +36,7 @@ TEST_F(DepthBuffer, GivesTwoForWhatNeedsItWhileItIsOff) {
     EXPECT_EQ(depth_buffer(op), 2) << op;
   }
   EXPECT_EQ(index_at(2, 2), 3);
-  EXPECT_EQ(output_context->depth_on, 0);
+  EXPECT_EQ(output_context->depth.depth_on, 0);
 }
 
 TEST_F(DepthBuffer, TakesAnyOtherOperationForNone) {
@@ -44,10 +44,10 @@ TEST_F(DepthBuffer, TakesAnyOtherOperationForNone) {
   for (const int32_t op : {4, -1, 256, INT32_MIN}) {
     EXPECT_EQ(depth_buffer(op), 0) << op;
   }
-  EXPECT_EQ(output_context->depth_on, 0);
+  EXPECT_EQ(output_context->depth.depth_on, 0);
   depth_buffer(0);
   EXPECT_EQ(depth_buffer(4), 0);
-  EXPECT_EQ(output_context->depth_on, 1);
+  EXPECT_EQ(output_context->depth.depth_on, 1);
 }
 
 TEST_F(DepthBuffer, SwitchedOffLetsEverythingPass) {
@@ -57,7 +57,7 @@ TEST_F(DepthBuffer, SwitchedOffLetsEverythingPass) {
   depth_dot(1, 1, 0.5, 3);
   EXPECT_EQ(index_at(1, 1), 2);
   EXPECT_EQ(depth_buffer(1), 0);
-  EXPECT_EQ(output_context->depth_on, 0);
+  EXPECT_EQ(output_context->depth.depth_on, 0);
   depth_dot(1, 1, 0.5, 3);
   EXPECT_EQ(index_at(1, 1), 3);
 }
@@ -140,7 +140,7 @@ TEST_F(DepthBuffer, IsNotThereWithoutARecordOrAPage) {
   EXPECT_EQ(output_context, nullptr);
   set_option(19, 255);  // makes a record
   EXPECT_EQ(depth_buffer(0), 1);
-  EXPECT_EQ(output_context->depth_on, 0);
+  EXPECT_EQ(output_context->depth.depth_on, 0);
   EXPECT_EQ(depth_buffer(2), 2);
 }
 
@@ -149,7 +149,7 @@ TEST_F(DepthBuffer, FollowsAPageThatIsOpenedAtAnotherSize) {
   depth_buffer(0);
   depth_dot(1, 1, 0.25, 2);
   open_page(30, 20);
-  EXPECT_EQ(output_context->depth_on, 1);
+  EXPECT_EQ(output_context->depth.depth_on, 1);
   for (int32_t y = 0; y < 20; y++) {
     for (int32_t x = 0; x < 30; x++)
       ASSERT_EQ(depth_at(x, y), 2.0F);

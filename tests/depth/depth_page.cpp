@@ -6,7 +6,7 @@
 namespace quorix::testing {
 
 void DepthTest::open_window(int32_t bits, size_t extra) {
-  window = make_window(bits, output_context->width, output_context->height, extra);
+  window = make_window(bits, output_context->page.width, output_context->page.height, extra);
   device.reset();
   device.emplace(&window);
   WindowDevice::attach(false);
@@ -31,7 +31,7 @@ int32_t layer(int32_t op) {
 }
 
 float depth_at(int32_t x, int32_t y) {
-  return output_context->depth_buffer[x + y * output_context->width];
+  return output_context->depth.buffer.values[x + y * output_context->page.width];
 }
 
 void depth_line(double x1, double y1, double z1, double x2, double y2, double z2, int32_t colour,

@@ -8,7 +8,7 @@
 
 #include <optional>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 #include "quorix/quorix.h"
 #include "tests/depth/window_device.h"
 #include "tests/raster/raster_page.h"
@@ -28,7 +28,7 @@ class DepthTest : public RasterTest {
   // A window of the size of the record's page, which must be open.
   void open_window(int32_t bits, size_t extra = 0);
   void open_gl_window();
-  void make_window_active() { output_context->window_active = 1; }
+  void make_window_active() { output_context->window.window_active = 1; }
 
   PlainWindow window;
   std::optional<WindowDevice> device;

@@ -13,7 +13,7 @@ class IndexTriangle : public DepthTest {
  protected:
   static std::vector<int32_t> row_of(int32_t y) {
     std::vector<int32_t> indices;
-    for (int32_t x = 0; x < output_context->width; x++)
+    for (int32_t x = 0; x < output_context->page.width; x++)
       indices.push_back(index_at(x, y));
     return indices;
   }

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 #include "quorix/quorix.h"
 #include "tests/depth/depth_targets.h"
 #include "tests/depth/window_device.h"
@@ -57,7 +57,7 @@ int32_t run(const DepthCall &call, int32_t *status) {
     case DepthOperation::dtri2:
       return qqdtri2(a.x, a.y, call.colour.data(), call.op, call.device);
     case DepthOperation::activate_window:
-      if (output_context != nullptr) output_context->window_active = 1;
+      if (output_context != nullptr) output_context->window.window_active = 1;
       return 0;
     case DepthOperation::raster:
       break;
@@ -76,18 +76,22 @@ std::vector<Part> parts() {
   if (the_plan.exists) add_window_parts(the_window, parts);
   const OutputContext *c = output_context;
   if (c == nullptr) return parts;
-  const bool layer_open = c->raster != nullptr && c->raster == c->blend_raster;
-  const bool drawable = c->page.width > 0 && c->page.rgba == c->rgba_mode;
-  if (drawable) parts.push_back(buffer("page", c->raster, c->page));
-  if (layer_open && c->base_page.rgba != 0) {
-    parts.push_back(buffer("base", c->raster_base, c->base_page));
+  const bool layer_open = c->buffers.raster.pixels != nullptr &&
+                          c->buffers.raster.pixels == c->buffers.blend_raster.pixels;
+  const bool drawable =
+      c->buffers.raster.page.width > 0 && c->buffers.raster.page.rgba == c->page.rgba_mode;
+  if (drawable) parts.push_back(buffer("page", c->buffers.raster.pixels, c->buffers.raster.page));
+  if (layer_open && c->buffers.raster_base.page.rgba != 0) {
+    parts.push_back(buffer("base", c->buffers.raster_base.pixels, c->buffers.raster_base.page));
   }
-  if (!layer_open && c->blend_page.width > 0) {
-    parts.push_back(buffer("layer", c->blend_raster, c->blend_page));
+  if (!layer_open && c->buffers.blend_raster.page.width > 0) {
+    parts.push_back(buffer("layer", c->buffers.blend_raster.pixels, c->buffers.blend_raster.page));
   }
-  if (c->depth_on != 0 && c->depth_width > 0) {
-    const size_t count = static_cast<size_t>(c->depth_width) * static_cast<size_t>(c->depth_height);
-    parts.push_back({"depths", c->depth_width, c->depth_buffer, count * sizeof(float), true});
+  if (c->depth.depth_on != 0 && c->depth.buffer.width > 0) {
+    const size_t count =
+        static_cast<size_t>(c->depth.buffer.width) * static_cast<size_t>(c->depth.buffer.height);
+    parts.push_back(
+        {"depths", c->depth.buffer.width, c->depth.buffer.values, count * sizeof(float), true});
   }
   return parts;
 }
@@ -95,10 +99,16 @@ std::vector<Part> parts() {
 std::vector<int32_t> state() {
   const OutputContext *c = output_context;
   if (c == nullptr) return {};
-  return {c->width,          c->height,        c->rgba_mode,   c->raster_state, c->depth_on,
-          c->alpha_blend_on, c->window_active, c->poly_count,  c->colour_index, c->colour_r,
-          c->colour_g,       c->colour_b,      c->colour_arg,  c->clip_x1,      c->clip_y1,
-          c->clip_x2,        c->clip_y2,       c->depth_width, c->depth_height};
+  return {c->page.width,           c->page.height,
+          c->page.rgba_mode,       c->buffers.raster_state,
+          c->depth.depth_on,       c->depth.alpha_blend_on,
+          c->window.window_active, c->accumulator.poly_count,
+          c->colours.colour_index, c->colours.colour_r,
+          c->colours.colour_g,     c->colours.colour_b,
+          c->colours.colour_arg,   c->page.clip_x1,
+          c->page.clip_y1,         c->page.clip_x2,
+          c->page.clip_y2,         c->depth.buffer.width,
+          c->depth.buffer.height};
 }
 
 int32_t library_write_file(std::vector<uint8_t> *bytes, int32_t *status) {

@@ -23,8 +23,8 @@ class OpenGl : public DepthTest {
 TEST_F(OpenGl, DepthBufferingIsItsDepthTest) {
   EXPECT_EQ(depth_buffer(0), 0);
   expect_calls({"glEnable(2929)", "glDepthFunc(515)", "glClear(256)"});
-  EXPECT_EQ(output_context->depth_on, 1);
-  EXPECT_EQ(output_context->depth_buffer, nullptr);
+  EXPECT_EQ(output_context->depth.depth_on, 1);
+  EXPECT_EQ(output_context->depth.buffer.values, nullptr);
   EXPECT_EQ(depth_buffer(0), 0);
   expect_calls({"glEnable(2929)", "glDepthFunc(515)", "glClear(256)"});
   EXPECT_EQ(depth_buffer(2), 0);
@@ -33,7 +33,7 @@ TEST_F(OpenGl, DepthBufferingIsItsDepthTest) {
   expect_calls({"glClear(16384)"});
   EXPECT_EQ(depth_buffer(1), 0);
   expect_calls({"glDisable(2929)"});
-  EXPECT_EQ(output_context->depth_on, 0);
+  EXPECT_EQ(output_context->depth.depth_on, 0);
   EXPECT_EQ(depth_buffer(1), 0);
   expect_calls({"glDisable(2929)"});
   EXPECT_EQ(depth_buffer(4), 0);
@@ -187,11 +187,11 @@ TEST_F(OpenGl, IsNotNeededByTheCallsThatForwardToIt) {
   layer(1);
   qqvpix(1, 1, 3);
   EXPECT_EQ(layer(2), 1);
-  EXPECT_EQ(output_context->raster_state, 1);
+  EXPECT_EQ(output_context->buffers.raster_state, 1);
 }
 
 TEST_F(OpenGl, IsLeftAloneWithoutARecordOrWhileItIsOff) {
-  output_context->opengl_on = 0;
+  output_context->window.opengl_on = 0;
   const double end = 3;
   qqgllin(&end, &end, &end, &end);
   layer(3);

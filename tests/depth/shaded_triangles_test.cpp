@@ -188,7 +188,7 @@ TEST_F(ShadedTriangle, ExchangesPureBlackAndWhiteOnAWhitePage) {
 
 TEST_F(ShadedTriangle, ExchangesBlackAndWhiteBeforeAPaletteEntryIsSought) {
   open_page(9, 9);
-  output_context->white_background = 1;
+  output_context->page.white_background = 1;
   set_option(3, 1);
   shaded_sheet(0, grey(0));
   EXPECT_EQ(index_at(1, 1), 255);

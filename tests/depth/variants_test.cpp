@@ -122,9 +122,9 @@ void compare_spans(ShadeRgbaRows fast_rows) {
     Page plain = before;
     Page fast = before;
     const bool tested = k % 3 != 0;
-    context.colour_alpha = static_cast<uint8_t>(k);
-    const Rect clip = {whole(random, 0, before.width - 1), 0, whole(random, 0, before.width - 1),
-                       before.height - 1};
+    context.colours.colour_alpha = static_cast<uint8_t>(k);
+    const Rect clip = {whole(random, 0, before.width - 1), 0,
+                       whole(random, 0, before.width - 1), before.height - 1};
     Target plain_target = target_of(&plain, &context, tested);
     Target fast_target = target_of(&fast, &context, tested);
     plain_target.clip = plain_target.box = clip;
@@ -161,7 +161,7 @@ TEST(DepthLines, AreTheSameWithoutBranches) {
     const Page before = random_page(random);
     Page plain = before;
     Page fast = before;
-    context.depth_bias = k % 2 == 0 ? 0.001F : 1e-5F;
+    context.depth.depth_bias = k % 2 == 0 ? 0.001F : 1e-5F;
     Target plain_target = target_of(&plain, &context, true);
     Target fast_target = target_of(&fast, &context, true);
     plain_target.clip = plain_target.box = plain_target.page;

@@ -14,7 +14,7 @@ bool refusing = false;
 
 void flush(OutputContext *context) {
   note(*the_window, "flush()");
-  context->poly_count = 0;
+  context->accumulator.poly_count = 0;
 }
 
 void read_rectangle(OutputContext * /*context*/, uint8_t * /*buffer*/, int32_t x, int32_t y,
@@ -163,8 +163,8 @@ WindowDevice::~WindowDevice() {
 
 void WindowDevice::attach(bool opengl) {
   if (output_context == nullptr) return;
-  output_context->screen_bits = the_window->bits;
-  output_context->opengl_on = opengl ? 1 : 0;
+  output_context->page.screen_bits = the_window->bits;
+  output_context->window.opengl_on = opengl ? 1 : 0;
 }
 
 int32_t WindowDevice::copies_out() {

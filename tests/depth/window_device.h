@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "quorix/device.h"
+#include "core/device.h"
 #include "tests/depth/plain_window.h"
 
 namespace quorix::testing {

@@ -7,7 +7,7 @@
 #include <climits>
 #include <cstdio>
 
-#include "quorix/device.h"
+#include "core/device.h"
 #include "quorix/raster.h"
 #include "quorix/window.h"
 #include "tests/formats/bdf_calls.h"
@@ -310,7 +310,7 @@ class BdfOnAWindow : public BdfDrawing {
 TEST_F(BdfOnAWindow, WritesItsBitmap) {
   open(true);
   register_window_device(&window);
-  output_context->direct_bitmap = 1;
+  output_context->window.direct_bitmap = 1;
   window_order = PixelOrder::bgr;
   for (const int32_t angle : {0, 45, 90, 200}) {
     window_bytes.assign(size_t{4} * width * height, 99);
@@ -375,7 +375,7 @@ TEST_F(BdfOnAWindow, DrawsThroughOpenGlFromTheLowerEdge) {
   Device gl_window = window;
   gl_window.gl = &calls;
   register_window_device(&gl_window);
-  output_context->opengl_on = 1;
+  output_context->window.opengl_on = 1;
   gl_places.clear();
   gl_pixels.clear();
   draw_character('A', 30, 25, 45, 81);

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "quorix/device.h"
+#include "core/device.h"
 #include "quorix/imagein.h"
 #include "quorix/window.h"
 #include "tests/support/memory_files.h"

@@ -2,7 +2,7 @@
 //
 // What the readers do when memory, the disk, the decompressor or the device fails.
 #include "base/inflate.h"
-#include "quorix/device.h"
+#include "core/device.h"
 #include "quorix/raster.h"
 #include "quorix/window.h"
 #include "tests/imagein/expected_picture.h"

@@ -4,7 +4,7 @@
 #include <array>
 #include <vector>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 #include "quorix/raster.h"
 #include "quorix/window.h"
 
@@ -52,7 +52,7 @@ TwinPages::~TwinPages() {
 }
 
 ::testing::AssertionResult TwinPages::alike() const {
-  const uint8_t *pixels = output_context->raster;
+  const uint8_t *pixels = output_context->buffers.raster.pixels;
   const size_t bytes = literal.page_rgba ? 4 : 1;
   for (size_t i = 0; i < literal.pixels.size(); ++i) {
     if (pixels[i] == literal.pixels[i]) continue;

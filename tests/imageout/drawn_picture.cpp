@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "quorix/device.h"
+#include "core/device.h"
 #include "quorix/imageout.h"
 #include "quorix/raster.h"
 #include "quorix/window.h"

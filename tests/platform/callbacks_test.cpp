@@ -5,10 +5,12 @@
 
 #include <array>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 #include "quorix/raster.h"
 #include "quorix/system.h"
 #include "quorix/window.h"
+#include "raster/raster.h"
+#include "window/window_set.h"
 
 namespace quorix::testing {
 namespace {
@@ -125,9 +127,9 @@ TEST_F(Callbacks, GetTheirTenArguments) {
 // A record with a window part, and a change in one window that was not told yet.
 WindowSlot *change_window(int32_t slot) {
   OutputContext *context = require_output_context();
-  if (context->window_set == nullptr) create_output_context(context, 2);
-  output_context->pending_window_event = slot + 1;
-  WindowSlot *window = &output_context->window_set->slots[slot];
+  require_window_set(context);
+  output_context->window.pending_window_event = slot + 1;
+  WindowSlot *window = &output_context->window.window_set->slots[slot];
   *window = {11, 12, 13, 14};
   return window;
 }
@@ -140,7 +142,7 @@ TEST_F(Callbacks, HearOfAWindowsNewPlaceAndSizeOnce) {
     EXPECT_EQ(qqwwincb(), 0);
     EXPECT_EQ(window_calls, 1);
     EXPECT_EQ(window_arguments, (std::array<int32_t, 5>{slot + 1, 11, 12, 13, 14}));
-    EXPECT_EQ(output_context->pending_window_event, 0);
+    EXPECT_EQ(output_context->window.pending_window_event, 0);
     // What the function changed is what the window has now, but for its number, a copy.
     EXPECT_EQ(window->left, 1011);
     EXPECT_EQ(window->top, 1012);
@@ -154,7 +156,7 @@ TEST_F(Callbacks, HearOfAWindowsNewPlaceAndSizeOnce) {
 TEST_F(Callbacks, MissAWindowsChangeWhereNoneIsSetAndHearOfItLater) {
   change_window(2);
   EXPECT_EQ(qqwwincb(), 0);
-  EXPECT_EQ(output_context->pending_window_event, 3);
+  EXPECT_EQ(output_context->window.pending_window_event, 3);
   set_window(address(note_window), 1);
   EXPECT_EQ(qqwwincb(), 0);
   EXPECT_EQ(window_calls, 1);
@@ -176,7 +178,7 @@ TEST_F(Callbacks, AreNotCalledWithoutAWindowPart) {
   require_output_context();
   set_window(address(note_window), 1);
   EXPECT_EQ(qqwwincb(), 0) << "nothing pending";
-  output_context->pending_window_event = 1;
+  output_context->window.pending_window_event = 1;
   EXPECT_EQ(qqwwincb(), 0) << "no window part";
   EXPECT_EQ(window_calls, 0);
 }
@@ -185,7 +187,7 @@ TEST_F(Callbacks, AreNotCalledForWindowsThatCannotBe) {
   change_window(0);
   set_window(address(note_window), 1);
   for (const int32_t event : {-1, 9, 1000, INT32_MAX, INT32_MIN}) {
-    output_context->pending_window_event = event;
+    output_context->window.pending_window_event = event;
     EXPECT_EQ(qqwwincb(), 0);
     EXPECT_EQ(window_calls, 0) << event;
   }
@@ -198,7 +200,7 @@ TEST_F(Callbacks, AreClearedByTheDefaultsOfTheDrawingRecord) {
   set_window(address(note_window), 1);
   int32_t unused = 0;
   qqwwid(99, &unused, 1);
-  output_context->pending_window_event = 1;
+  output_context->window.pending_window_event = 1;
   project_once();
   draw_one_pie();
   EXPECT_EQ(qqwwincb(), 0);

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "base/memory.h"
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 #include "quorix/raster.h"
 #include "quorix/window.h"
 #include "tests/raster/raster_file_bytes.h"
@@ -51,7 +51,7 @@ class RasterAllocation : public ::testing::TestWithParam<int32_t> {
     return {buffer, buffer + width * height * (GetParam() < 0 ? 4 : 1)};
   }
 
-  static std::vector<uint8_t> pixels() { return bytes_of(output_context->raster); }
+  static std::vector<uint8_t> pixels() { return bytes_of(output_context->buffers.raster.pixels); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Pages, RasterAllocation, ::testing::Values(palette_page, rgba_page),
@@ -120,16 +120,16 @@ TEST_P(RasterAllocation, OfADepthBufferThatFailsSwitchesDepthOff) {
       [&](bool refused) {
         if (refused && status == 1) return;  // the page itself
         EXPECT_EQ(status, 0);
-        EXPECT_EQ(output_context->depth_on, refused ? 0 : 1);
-        EXPECT_EQ(output_context->depth_buffer == nullptr, refused);
+        EXPECT_EQ(output_context->depth.depth_on, refused ? 0 : 1);
+        EXPECT_EQ(output_context->depth.buffer.values == nullptr, refused);
         if (refused) return;
-        EXPECT_EQ(output_context->depth_buffer[width * height - 1], 2.0F);
+        EXPECT_EQ(output_context->depth.buffer.values[width * height - 1], 2.0F);
       },
       [&] {
         qqwfree();
         open();
-        output_context->depth_buffer = allocate_array<float>(1).release();
-        output_context->depth_on = 1;
+        output_context->depth.buffer.values = allocate_array<float>(1).release();
+        output_context->depth.depth_on = 1;
       },
       [&] {
         int32_t w = width;
@@ -153,8 +153,8 @@ TEST_P(RasterAllocation, OfACropThatFailsLeavesTheRaster) {
         if (refused) {
           EXPECT_EQ(pixels(), before);
         }
-        EXPECT_EQ(output_context->width, refused ? width : 7);
-        EXPECT_EQ(output_context->clip_y2, refused ? height - 1 : 4);
+        EXPECT_EQ(output_context->page.width, refused ? width : 7);
+        EXPECT_EQ(output_context->page.clip_y2, refused ? height - 1 : 4);
       },
       do_nothing,
       [&] {
@@ -171,20 +171,20 @@ TEST_P(RasterAllocation, OfACropUnderAnOpenLayerThatFailsLeavesBothBuffers) {
   OutputContext *context = output_context;
   const std::vector<uint8_t> base = pixels();
   const size_t bytes = base.size();
-  context->blend_raster = allocate_array<uint8_t>(bytes).release();
-  std::memset(context->blend_raster, 99, bytes);
-  context->blend_page = context->base_page;
-  context->raster = context->blend_raster;
-  context->raster_state = raster_blending;
+  context->buffers.blend_raster.pixels = allocate_array<uint8_t>(bytes).release();
+  std::memset(context->buffers.blend_raster.pixels, 99, bytes);
+  context->buffers.blend_raster.page = context->buffers.raster_base.page;
+  context->buffers.raster.pixels = context->buffers.blend_raster.pixels;
+  context->buffers.raster_state = raster_blending;
 
   int32_t status = 0;
   const size_t requests = refuse_each_request(
       [&](bool refused) {
         EXPECT_EQ(status, refused ? -2 : 0);
-        EXPECT_EQ(context->raster, context->blend_raster);
+        EXPECT_EQ(context->buffers.raster.pixels, context->buffers.blend_raster.pixels);
         if (!refused) return;
-        EXPECT_EQ(bytes_of(context->raster_base), base);
-        EXPECT_EQ(bytes_of(context->blend_raster), std::vector<uint8_t>(bytes, 99));
+        EXPECT_EQ(bytes_of(context->buffers.raster_base.pixels), base);
+        EXPECT_EQ(bytes_of(context->buffers.blend_raster.pixels), std::vector<uint8_t>(bytes, 99));
       },
       do_nothing,
       [&] {

@@ -65,8 +65,8 @@ TEST_F(Rectangle, MayReachFromOneEndOfTheNumbersToTheOther) {
 TEST_F(Rectangle, LeavesTheCurrentColour) {
   open_page(3, 2);
   qqvfll(0, 0, 0, 0, 5);
-  EXPECT_EQ(output_context->colour_index, 1);
-  EXPECT_EQ(output_context->colour_arg, 1);
+  EXPECT_EQ(output_context->colours.colour_index, 1);
+  EXPECT_EQ(output_context->colours.colour_arg, 1);
   qqvlin(2, 0, 2, 1);
   EXPECT_EQ(picture(), rows({"5.1", "..1"}));
 }
@@ -114,7 +114,7 @@ TEST_F(PixelInClip, OffThePageIsNotSetThoughTheClipRectangleHoldsIt) {
 TEST_F(PixelInClip, LeavesTheCurrentColour) {
   open_page(2, 1);
   qqvpix(0, 0, 5);
-  EXPECT_EQ(output_context->colour_index, 1);
+  EXPECT_EQ(output_context->colours.colour_index, 1);
 }
 
 // ---- Polygons
@@ -306,7 +306,7 @@ TEST_F(Polygon, WithAnInfiniteRowReachesTheEndOfThePage) {
 TEST_F(Polygon, ChangesNeitherItsCornersNorTheCurrentColour) {
   open_page(4, 4);
   fill_polygon_of({0, 3, 3}, {0, 0, 3});
-  EXPECT_EQ(output_context->colour_index, 1);
+  EXPECT_EQ(output_context->colours.colour_index, 1);
 }
 
 }  // namespace

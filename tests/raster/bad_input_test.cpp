@@ -135,7 +135,7 @@ TEST_F(BadInput, AllPensAndOptionsDrawNothingOnAClosedPage) {
       }
     }
   }
-  EXPECT_EQ(output_context->raster_base, nullptr);
+  EXPECT_EQ(output_context->buffers.raster_base.pixels, nullptr);
 }
 
 TEST_F(BadInput, LinesGatheredOnAClosedPageAreDrawnOnTheNextOne) {
@@ -221,9 +221,9 @@ std::vector<uint8_t> drawn_beyond_the_page(bool rgba, bool told_of_another) {
     open_page(5, 4);
   }
   if (told_of_another) {
-    output_context->width = 400;
-    output_context->height = 300;
-    output_context->stride = 400 * (rgba ? 4 : 1);
+    output_context->page.width = 400;
+    output_context->page.height = 300;
+    output_context->page.stride = 400 * (rgba ? 4 : 1);
   }
   set_clip_rectangle(-400, -300, 400, 300);
   const std::vector<uint8_t> row(60, 7);
@@ -245,7 +245,7 @@ std::vector<uint8_t> drawn_beyond_the_page(bool rgba, bool told_of_another) {
   qqvrow(row.data(), -1, 200, -20);
   std::vector<uint8_t> read(size_t{3} * 9 * 9);
   qqvrdr(read.data(), -2, -2, -9, 9);
-  const auto *bytes = output_context->raster;
+  const auto *bytes = output_context->buffers.raster.pixels;
   read.insert(read.end(), bytes, bytes + size_t{5} * 4 * (rgba ? 4 : 1));
   return read;
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "base/sort3.h"
 #include "tests/raster/raster_page.h"
 
 namespace quorix::testing {
@@ -21,19 +22,19 @@ using RasterMode = RasterTest;
 TEST_F(Colours, APackedColourHasRedInItsLowByte) {
   open_rgba_page(2, 1);
   qqvclr(0x01332211);
-  EXPECT_EQ(output_context->colour_r, 0x11);
-  EXPECT_EQ(output_context->colour_g, 0x22);
-  EXPECT_EQ(output_context->colour_b, 0x33);
-  EXPECT_EQ(output_context->colour_arg, 0x01332211);
+  EXPECT_EQ(output_context->colours.colour_r, 0x11);
+  EXPECT_EQ(output_context->colours.colour_g, 0x22);
+  EXPECT_EQ(output_context->colours.colour_b, 0x33);
+  EXPECT_EQ(output_context->colours.colour_arg, 0x01332211);
 }
 
 TEST_F(Colours, AnIndexTakesItsThreeTableEntries) {
   open_page(2, 1);
   qqvclr(5);
-  EXPECT_EQ(output_context->colour_index, 5);
-  EXPECT_EQ(output_context->colour_r, 255);
-  EXPECT_EQ(output_context->colour_g, 255);
-  EXPECT_EQ(output_context->colour_b, 0);
+  EXPECT_EQ(output_context->colours.colour_index, 5);
+  EXPECT_EQ(output_context->colours.colour_r, 255);
+  EXPECT_EQ(output_context->colours.colour_g, 255);
+  EXPECT_EQ(output_context->colours.colour_b, 0);
 }
 
 TEST_F(Colours, AnyOtherNumberIsAnIndexByItsLowEightBits) {
@@ -45,28 +46,28 @@ TEST_F(Colours, AnyOtherNumberIsAnIndexByItsLowEightBits) {
                {-257, 255}, {0x00FFFFFF, 255}, {0x02000005, 5}, {INT32_MAX, 255}, {INT32_MIN, 0}};
   for (const auto &c : cases) {
     qqvclr(c.argument);
-    EXPECT_EQ(output_context->colour_index, c.index) << c.argument;
-    EXPECT_EQ(output_context->colour_arg, c.argument);
+    EXPECT_EQ(output_context->colours.colour_index, c.index) << c.argument;
+    EXPECT_EQ(output_context->colours.colour_arg, c.argument);
   }
 }
 
 TEST_F(Colours, APackedColourOnAPalettePageIsRoundedToTheTable) {
   open_page(2, 1);
   qqvclr(packed_rgb(250, 10, 10));  // 25 from red, further from all greys
-  EXPECT_EQ(output_context->colour_index, 2);
-  EXPECT_EQ(output_context->colour_r, 255);
-  EXPECT_EQ(output_context->colour_g, 0);
-  EXPECT_EQ(output_context->colour_b, 0);
+  EXPECT_EQ(output_context->colours.colour_index, 2);
+  EXPECT_EQ(output_context->colours.colour_r, 255);
+  EXPECT_EQ(output_context->colours.colour_g, 0);
+  EXPECT_EQ(output_context->colours.colour_b, 0);
 }
 
 TEST_F(Colours, APackedColourOnAnRgbaPageStaysAndLeavesTheIndex) {
   open_rgba_page(2, 1);
   qqvclr(4);
   qqvclr(packed_rgb(250, 10, 10));
-  EXPECT_EQ(output_context->colour_index, 4);
-  EXPECT_EQ(output_context->colour_r, 250);
-  EXPECT_EQ(output_context->colour_g, 10);
-  EXPECT_EQ(output_context->colour_b, 10);
+  EXPECT_EQ(output_context->colours.colour_index, 4);
+  EXPECT_EQ(output_context->colours.colour_r, 250);
+  EXPECT_EQ(output_context->colours.colour_g, 10);
+  EXPECT_EQ(output_context->colours.colour_b, 10);
 }
 
 TEST_F(Colours, SettingOneDrawsGatheredLinesInTheOldOne) {
@@ -104,9 +105,9 @@ TEST_F(Palette, WordsHaveRedInTheirHighByte) {
   std::vector<uint32_t> table(256, 0);
   table[7] = 0xFF112233;
   EXPECT_EQ(qqvvlt(1, table.data()), 0);
-  EXPECT_EQ(output_context->palette_r[7], 0x11);
-  EXPECT_EQ(output_context->palette_g[7], 0x22);
-  EXPECT_EQ(output_context->palette_b[7], 0x33);
+  EXPECT_EQ(output_context->colours.palette_r[7], 0x11);
+  EXPECT_EQ(output_context->colours.palette_g[7], 0x22);
+  EXPECT_EQ(output_context->colours.palette_b[7], 0x33);
 }
 
 // The tables are no longer than what may be read of them.
@@ -119,11 +120,11 @@ TEST_F(Palette, HasNineEntriesForKindZeroSixteenForKindSevenElseAll) {
     open_page(1, 1);
     const std::vector<uint32_t> table(c.count, 0x0A0B0C);
     qqvvlt(c.kind, table.data());
-    EXPECT_EQ(output_context->palette_kind, c.kind);
-    EXPECT_EQ(output_context->palette_r[c.count - 1], 0x0A);
-    EXPECT_EQ(output_context->palette_b[c.count - 1], 0x0C);
+    EXPECT_EQ(output_context->colours.palette_kind, c.kind);
+    EXPECT_EQ(output_context->colours.palette_r[c.count - 1], 0x0A);
+    EXPECT_EQ(output_context->colours.palette_b[c.count - 1], 0x0C);
     if (c.count < 256) {
-      EXPECT_EQ(output_context->palette_r[c.count], c.count);  // as before
+      EXPECT_EQ(output_context->colours.palette_r[c.count], c.count);  // as before
     }
   }
 }
@@ -133,8 +134,8 @@ TEST_F(Palette, LoadingItLeavesTheCurrentColour) {
   qqvclr(2);
   const std::vector<uint32_t> table(256, 0x010101);
   qqvvlt(1, table.data());
-  EXPECT_EQ(output_context->colour_index, 2);
-  EXPECT_EQ(output_context->colour_r, 255);
+  EXPECT_EQ(output_context->colours.colour_index, 2);
+  EXPECT_EQ(output_context->colours.colour_r, 255);
 }
 
 TEST_F(Palette, LoadingItWithoutARecordDoesNothing) {
@@ -201,13 +202,13 @@ TEST_F(NearestColour, PrefersAnEntryOfExactWhiteAtEitherEnd) {
 TEST_F(NearestColour, LooksAtTheEntriesOfTheKindAlone) {
   open_page(1, 1);
   load_palette(1, {{8, 0x505050}, {9, 0x404040}, {15, 0x303030}, {16, 0x202020}});
-  output_context->palette_kind = 0;
+  output_context->colours.palette_kind = 0;
   palette_changed(output_context);
   EXPECT_EQ(nearest(0x20, 0x20, 0x20), 8);
-  output_context->palette_kind = 7;
+  output_context->colours.palette_kind = 7;
   palette_changed(output_context);
   EXPECT_EQ(nearest(0x20, 0x20, 0x20), 15);
-  output_context->palette_kind = 2;
+  output_context->colours.palette_kind = 2;
   palette_changed(output_context);
   EXPECT_EQ(nearest(0x20, 0x20, 0x20), 16);
 }
@@ -235,35 +236,35 @@ TEST_F(TransparentColour, NoneIsMinusOne) {
   open_page(1, 1);
   set_option(32, 2);
   set_option(32, -1);
-  EXPECT_EQ(output_context->transparent_colour, -1);
-  EXPECT_EQ(output_context->transparent_r, 255);  // of the red before
+  EXPECT_EQ(output_context->colours.transparent_colour, -1);
+  EXPECT_EQ(output_context->colours.transparent_r, 255);  // of the red before
 }
 
 TEST_F(TransparentColour, AnIndexTakesItsTableEntriesAndStays) {
   open_page(1, 1);
   set_option(32, 2);
-  EXPECT_EQ(output_context->transparent_colour, 2);
-  EXPECT_EQ(output_context->transparent_r, 255);
-  EXPECT_EQ(output_context->transparent_g, 0);
-  EXPECT_EQ(output_context->transparent_b, 0);
+  EXPECT_EQ(output_context->colours.transparent_colour, 2);
+  EXPECT_EQ(output_context->colours.transparent_r, 255);
+  EXPECT_EQ(output_context->colours.transparent_g, 0);
+  EXPECT_EQ(output_context->colours.transparent_b, 0);
 }
 
 TEST_F(TransparentColour, AnIndexAbove255TakesTheEntriesOfItsLowEightBits) {
   open_page(1, 1);
   set_option(32, 256 + 3);
-  EXPECT_EQ(output_context->transparent_colour, 259);
-  EXPECT_EQ(output_context->transparent_r, 0);
-  EXPECT_EQ(output_context->transparent_g, 255);
-  EXPECT_EQ(output_context->transparent_b, 0);
+  EXPECT_EQ(output_context->colours.transparent_colour, 259);
+  EXPECT_EQ(output_context->colours.transparent_r, 0);
+  EXPECT_EQ(output_context->colours.transparent_g, 255);
+  EXPECT_EQ(output_context->colours.transparent_b, 0);
 }
 
 TEST_F(TransparentColour, APackedColourKeepsItsBytesAndBecomesTheNearestIndex) {
   open_page(1, 1);
   set_option(32, packed_rgb(250, 10, 10));
-  EXPECT_EQ(output_context->transparent_colour, 2);
-  EXPECT_EQ(output_context->transparent_r, 250);
-  EXPECT_EQ(output_context->transparent_g, 10);
-  EXPECT_EQ(output_context->transparent_b, 10);
+  EXPECT_EQ(output_context->colours.transparent_colour, 2);
+  EXPECT_EQ(output_context->colours.transparent_r, 250);
+  EXPECT_EQ(output_context->colours.transparent_g, 10);
+  EXPECT_EQ(output_context->colours.transparent_b, 10);
 }
 
 // ---- What the mode of the raster changes

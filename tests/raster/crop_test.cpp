@@ -37,7 +37,7 @@ TEST_F(Crop, KeepsTheRectangle) {
   EXPECT_EQ(cropped.status, 0);
   EXPECT_EQ(cropped.result, 0);
   EXPECT_EQ(picture(), rows({"2..", "..3"}));
-  EXPECT_EQ(output_context->stride, 3);
+  EXPECT_EQ(output_context->page.stride, 3);
 }
 
 TEST_F(Crop, KeepsAllFourBytesOfAnRgbaPixel) {
@@ -45,7 +45,7 @@ TEST_F(Crop, KeepsAllFourBytesOfAnRgbaPixel) {
   set_option(19, 128);
   qqvwpx(2, 1, packed_rgb(1, 2, 3));
   EXPECT_EQ(crop(1, 1, 2, 2).status, 0);
-  EXPECT_EQ(output_context->stride, 8);
+  EXPECT_EQ(output_context->page.stride, 8);
   EXPECT_EQ(rgba_at(1, 0), "01020380");
   EXPECT_EQ(rgba_at(0, 0), "00000000");
 }
@@ -61,10 +61,10 @@ TEST_F(Crop, MovesRightAndLowerEdgeOfTheClipRectangleOnly) {
   open_page(10, 10);
   set_clip_rectangle(6, 7, 8, 9);
   crop(0, 0, 4, 3);
-  EXPECT_EQ(output_context->clip_x1, 6);
-  EXPECT_EQ(output_context->clip_y1, 7);
-  EXPECT_EQ(output_context->clip_x2, 3);
-  EXPECT_EQ(output_context->clip_y2, 2);
+  EXPECT_EQ(output_context->page.clip_x1, 6);
+  EXPECT_EQ(output_context->page.clip_y1, 7);
+  EXPECT_EQ(output_context->page.clip_x2, 3);
+  EXPECT_EQ(output_context->page.clip_y2, 2);
 }
 
 TEST_F(Crop, LeavesNothingToClippedDrawingWhereTheClipRectangleLiesBeyondThePage) {
@@ -92,8 +92,8 @@ TEST_F(Crop, RefusesEveryRectangleThatIsNotWithinThePage) {
   expect_failure(crop(3, 0, 3, 1), -3);
   expect_failure(crop(0, 2, 1, 3), -3);
   expect_failure(crop(0, 0, 6, 1), -3);
-  EXPECT_EQ(output_context->width, 5);
-  EXPECT_EQ(output_context->height, 4);
+  EXPECT_EQ(output_context->page.width, 5);
+  EXPECT_EQ(output_context->page.height, 4);
 }
 
 TEST_F(Crop, RefusesAnEmptyRectangle) {
@@ -136,9 +136,9 @@ TEST_F(Crop, LeavesEachBufferToBeReleasedOnce) {
   open_page(5, 4);
   crop(1, 1, 3, 3);
   crop(1, 1, 2, 2);
-  EXPECT_EQ(output_context->raster, output_context->raster_base);
+  EXPECT_EQ(output_context->buffers.raster.pixels, output_context->buffers.raster_base.pixels);
   qqvfin();
-  EXPECT_EQ(output_context->raster_base, nullptr);
+  EXPECT_EQ(output_context->buffers.raster_base.pixels, nullptr);
   qqwfree();
   EXPECT_EQ(memory.live_blocks(), 0U);
 }

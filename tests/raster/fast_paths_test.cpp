@@ -184,7 +184,8 @@ class FillPolygon : public testing::TestWithParam<int32_t> {
     qqvclr(0x01A0B0C0);
     fill();
     const size_t bytes = static_cast<size_t>(width) * height * (GetParam() < 0 ? 4 : 1);
-    return std::vector<uint8_t>(output_context->raster, output_context->raster + bytes);
+    return std::vector<uint8_t>(output_context->buffers.raster.pixels,
+                                output_context->buffers.raster.pixels + bytes);
   }
 
   void expect_like_plain(const std::vector<double> &xs, const std::vector<double> &ys) {
@@ -236,12 +237,14 @@ INSTANTIATE_TEST_SUITE_P(Modes, FillPolygon, testing::Values(1, -1));
 
 // The search as it is told, entry by entry.
 int32_t plain_nearest(const OutputContext *context, int32_t r, int32_t g, int32_t b) {
-  const int32_t count = context->palette_kind == 0 ? 9 : context->palette_kind == 7 ? 16 : 256;
+  const int32_t count = context->colours.palette_kind == 0   ? 9
+                        : context->colours.palette_kind == 7 ? 16
+                                                             : 256;
   for (const int32_t ends : {0, 255}) {
     if (r != ends || g != ends || b != ends) continue;
     for (const int32_t i : {0, count - 1}) {
-      if (context->palette_r[i] == ends && context->palette_g[i] == ends &&
-          context->palette_b[i] == ends) {
+      if (context->colours.palette_r[i] == ends && context->colours.palette_g[i] == ends &&
+          context->colours.palette_b[i] == ends) {
         return i;
       }
     }
@@ -250,9 +253,9 @@ int32_t plain_nearest(const OutputContext *context, int32_t r, int32_t g, int32_
   int32_t index = 0;
   for (int32_t k = 0; k < count; ++k) {
     const int32_t i = b < 1 ? count - 1 - k : k;
-    const int32_t distance = std::abs(r - context->palette_r[i]) +
-                             std::abs(g - context->palette_g[i]) +
-                             std::abs(b - context->palette_b[i]);
+    const int32_t distance = std::abs(r - context->colours.palette_r[i]) +
+                             std::abs(g - context->colours.palette_g[i]) +
+                             std::abs(b - context->colours.palette_b[i]);
     if (distance < best) {
       best = distance;
       index = i;

@@ -7,6 +7,7 @@
 #include "raster/raster.h"
 #include "tests/raster/raster_page.h"
 #include "tests/support/failing_memory.h"
+#include "window/window_set.h"
 
 namespace quorix::testing {
 namespace {
@@ -35,9 +36,9 @@ TEST_F(LifeCycle, ALandscapePageWithoutASizeIsEightHundredAndFiftyThreeWide) {
   EXPECT_EQ(opened.status, 0);
   EXPECT_EQ(opened.w, 853);
   EXPECT_EQ(opened.h, 603);
-  EXPECT_EQ(output_context->width, 853);
-  EXPECT_EQ(output_context->height, 603);
-  EXPECT_EQ(output_context->stride, 853 * 4);
+  EXPECT_EQ(output_context->page.width, 853);
+  EXPECT_EQ(output_context->page.height, 603);
+  EXPECT_EQ(output_context->page.stride, 853 * 4);
 }
 
 TEST_F(LifeCycle, AWhiteRgbaPageIsTransparentWhiteEverywhere) {
@@ -71,46 +72,46 @@ TEST_F(LifeCycle, ANegativePageWidthCountsByItsAbsoluteValue) {
 TEST_F(LifeCycle, TheSmallestPageWidthIsALandscapeRgbaPage) {
   const Opened opened = open(INT32_MIN, INT32_MAX, 0, 0, 0, 0);
   EXPECT_EQ(opened.w, 853);
-  EXPECT_EQ(output_context->rgba_mode, 1);
+  EXPECT_EQ(output_context->page.rgba_mode, 1);
 }
 
 TEST_F(LifeCycle, AGivenSizeIsKept) {
   const Opened opened = open(100, 50, 7, 5, -1, 0);
   EXPECT_EQ(opened.w, 7);
   EXPECT_EQ(opened.h, 5);
-  EXPECT_EQ(output_context->stride, 7);
-  EXPECT_EQ(output_context->rgba_mode, 0);
-  EXPECT_EQ(output_context->raster_state, raster_open);
-  EXPECT_EQ(output_context->raster, output_context->raster_base);
+  EXPECT_EQ(output_context->page.stride, 7);
+  EXPECT_EQ(output_context->page.rgba_mode, 0);
+  EXPECT_EQ(output_context->buffers.raster_state, raster_open);
+  EXPECT_EQ(output_context->buffers.raster.pixels, output_context->buffers.raster_base.pixels);
 }
 
 TEST_F(LifeCycle, AnRgbaPageHasFourBytesPerPixel) {
   open(-1, 1, 7, 5, 1, 0);
-  EXPECT_EQ(output_context->stride, 28);
+  EXPECT_EQ(output_context->page.stride, 28);
   EXPECT_EQ(page_content(), std::vector<uint8_t>(140, 0));
 }
 
 TEST_F(LifeCycle, AWhitePalettePageIsStillAllZeros) {
   open(1, 1, 7, 5, 1, 1);
-  EXPECT_EQ(output_context->white_background, 1);
+  EXPECT_EQ(output_context->page.white_background, 1);
   EXPECT_EQ(page_content(), std::vector<uint8_t>(35, 0));
 }
 
 TEST_F(LifeCycle, OnlyTheFirstByteOfTheStatusAsksForWhite) {
   open(-1, 1, 1, 1, 1, 0x100);
-  EXPECT_EQ(output_context->white_background, 0);
+  EXPECT_EQ(output_context->page.white_background, 0);
   EXPECT_EQ(page_content(), (std::vector<uint8_t>{0, 0, 0, 0}));
   open(-1, 1, 1, 1, 1, 0x180);
-  EXPECT_EQ(output_context->white_background, 0x80);
+  EXPECT_EQ(output_context->page.white_background, 0x80);
   EXPECT_EQ(page_content(), (std::vector<uint8_t>{255, 255, 255, 0}));
 }
 
 TEST_F(LifeCycle, TheClipRectangleIsTheWholePage) {
   open(1, 1, 7, 5, 1, 0);
-  EXPECT_EQ(output_context->clip_x1, 0);
-  EXPECT_EQ(output_context->clip_y1, 0);
-  EXPECT_EQ(output_context->clip_x2, 6);
-  EXPECT_EQ(output_context->clip_y2, 4);
+  EXPECT_EQ(output_context->page.clip_x1, 0);
+  EXPECT_EQ(output_context->page.clip_y1, 0);
+  EXPECT_EQ(output_context->page.clip_x2, 6);
+  EXPECT_EQ(output_context->page.clip_y2, 4);
 }
 
 TEST_F(LifeCycle, OpeningAgainKeepsPaletteColourAndPen) {
@@ -118,13 +119,13 @@ TEST_F(LifeCycle, OpeningAgainKeepsPaletteColourAndPen) {
   qqvclr(2);
   set_pen(3, 0, 1);
   open(1, 1, 4, 3, 1, 0);
-  EXPECT_EQ(output_context->palette_r[2], 255);
-  EXPECT_EQ(output_context->palette_g[3], 255);
-  EXPECT_EQ(output_context->colour_index, 2);
-  EXPECT_EQ(output_context->colour_r, 255);
-  EXPECT_EQ(output_context->line_width, 3);
-  EXPECT_EQ(output_context->line_cap, 0);
-  EXPECT_EQ(output_context->line_join, 1);
+  EXPECT_EQ(output_context->colours.palette_r[2], 255);
+  EXPECT_EQ(output_context->colours.palette_g[3], 255);
+  EXPECT_EQ(output_context->colours.colour_index, 2);
+  EXPECT_EQ(output_context->colours.colour_r, 255);
+  EXPECT_EQ(output_context->pen.line_width, 3);
+  EXPECT_EQ(output_context->pen.line_cap, 0);
+  EXPECT_EQ(output_context->pen.line_join, 1);
 }
 
 TEST_F(LifeCycle, OpeningAgainGivesAnEmptyPageOfTheNewSizeAndMode) {
@@ -132,7 +133,7 @@ TEST_F(LifeCycle, OpeningAgainGivesAnEmptyPageOfTheNewSizeAndMode) {
   qqvfll(0, 0, 8, 8, 1);
   open(-1, 1, 4, 3, 1, 0);
   EXPECT_EQ(page_content(), std::vector<uint8_t>(48, 0));
-  EXPECT_EQ(output_context->clip_x2, 3);
+  EXPECT_EQ(output_context->page.clip_x2, 3);
 }
 
 TEST_F(LifeCycle, LinesGatheredBeforeOpeningAgainAreDrawnOnTheNewPage) {
@@ -153,7 +154,7 @@ TEST_F(LifeCycle, SizesBelowOneGiveStatusOneAndNoRaster) {
     uint8_t *raster = reinterpret_cast<uint8_t *>(this);
     qqvptr(&raster);
     EXPECT_EQ(raster, nullptr);
-    EXPECT_EQ(output_context->raster_base, nullptr);
+    EXPECT_EQ(output_context->buffers.raster_base.pixels, nullptr);
   }
 }
 
@@ -169,11 +170,11 @@ TEST_F(LifeCycle, WithoutMemoryTheSizeIsTheNewOneAndThereIsNoRaster) {
   EXPECT_TRUE(memory.failed());
   EXPECT_EQ(opened.status, 1);
   EXPECT_EQ(opened.result, 0);
-  EXPECT_EQ(output_context->raster_base, nullptr);
-  EXPECT_EQ(output_context->raster, nullptr);
-  EXPECT_EQ(output_context->width, 7);
-  EXPECT_EQ(output_context->height, 5);
-  EXPECT_EQ(output_context->stride, 28);
+  EXPECT_EQ(output_context->buffers.raster_base.pixels, nullptr);
+  EXPECT_EQ(output_context->buffers.raster.pixels, nullptr);
+  EXPECT_EQ(output_context->page.width, 7);
+  EXPECT_EQ(output_context->page.height, 5);
+  EXPECT_EQ(output_context->page.stride, 28);
 }
 
 // ---- Erasing and releasing
@@ -204,7 +205,7 @@ TEST_F(LifeCycle, ErasingLeavesTheClipRectangle) {
   set_clip_rectangle(1, 1, 2, 2);
   qqvfll(0, 0, 3, 3, 1);
   qqvers();
-  EXPECT_EQ(output_context->clip_x1, 1);
+  EXPECT_EQ(output_context->page.clip_x1, 1);
   EXPECT_EQ(picture(), rows({"....", "....", "....", "...."}));
 }
 
@@ -212,18 +213,18 @@ TEST_F(LifeCycle, ClosingReleasesTheBuffersButKeepsTheRecord) {
   open_page(3, 3);
   EXPECT_EQ(qqvfin(), 0);
   ASSERT_NE(output_context, nullptr);
-  EXPECT_EQ(output_context->raster_base, nullptr);
-  EXPECT_EQ(output_context->blend_raster, nullptr);
-  EXPECT_EQ(output_context->width, 3);
-  EXPECT_EQ(output_context->raster_state, raster_open);
-  EXPECT_EQ(output_context->palette_r[2], 255);
+  EXPECT_EQ(output_context->buffers.raster_base.pixels, nullptr);
+  EXPECT_EQ(output_context->buffers.blend_raster.pixels, nullptr);
+  EXPECT_EQ(output_context->page.width, 3);
+  EXPECT_EQ(output_context->buffers.raster_state, raster_open);
+  EXPECT_EQ(output_context->colours.palette_r[2], 255);
 }
 
 TEST_F(LifeCycle, ClosingTwiceDoesNothingMore) {
   open_page(3, 3);
   qqvfin();
   EXPECT_EQ(qqvfin(), 0);
-  EXPECT_EQ(output_context->raster_base, nullptr);
+  EXPECT_EQ(output_context->buffers.raster_base.pixels, nullptr);
 }
 
 TEST_F(LifeCycle, APageCanBeOpenedAfterClosing) {
@@ -254,9 +255,9 @@ TEST_F(LifeCycle, ARecordMadeAfterFreeingHasNothingOfTheOldOne) {
   set_pen(3, 0, 1);
   qqwfree();
   open(1, 1, 3, 3, 1, 0);
-  EXPECT_EQ(output_context->poly_count, 0);
-  EXPECT_EQ(output_context->line_width, 1);
-  EXPECT_EQ(output_context->colour_index, 0);
+  EXPECT_EQ(output_context->accumulator.poly_count, 0);
+  EXPECT_EQ(output_context->pen.line_width, 1);
+  EXPECT_EQ(output_context->colours.colour_index, 0);
 }
 
 // ---- The address of the pixels
@@ -266,61 +267,58 @@ TEST_F(LifeCycle, TheAddressIsThatOfTheRasterAndAskingForItDrawsNothing) {
   qqvlin(0, 0, 3, 0);
   uint8_t *raster = nullptr;
   EXPECT_EQ(qqvptr(&raster), 0);
-  EXPECT_EQ(raster, output_context->raster);
+  EXPECT_EQ(raster, output_context->buffers.raster.pixels);
   EXPECT_EQ(picture_without_flush(), rows({"...."}));
 }
 
 // ---- The record
 
 TEST_F(LifeCycle, ANewRecordHasTheDefaults) {
-  OutputContext *context = create_output_context(nullptr, 1);
+  OutputContext *context = create_output_context();
   ASSERT_NE(context, nullptr);
-  EXPECT_EQ(context->window_set, nullptr);
-  EXPECT_EQ(context->raster, nullptr);
-  EXPECT_EQ(context->raster_base, nullptr);
-  EXPECT_EQ(context->blend_raster, nullptr);
-  EXPECT_EQ(context->gl_row, nullptr);
-  EXPECT_EQ(context->font_charset, 0);
-  EXPECT_EQ(context->transparent_colour, -1);
-  EXPECT_EQ(context->line_width, 1);
-  EXPECT_EQ(context->line_cap, 2);
-  EXPECT_EQ(context->line_join, 2);
-  EXPECT_EQ(context->poly_count, 0);
-  EXPECT_EQ(context->depth_bias, 0.001F);
-  EXPECT_EQ(context->widget_window_count, 0);
-  EXPECT_EQ(context->text_map_level, 0);
-  EXPECT_EQ(context->pending_window_event, 0);
-  EXPECT_EQ(context->colour_arg, 0);
-  EXPECT_EQ(context->white_background, 0);
-  EXPECT_EQ(context->window_active, 0);
-  EXPECT_EQ(context->direct_bitmap, 0);
-  EXPECT_EQ(context->colour_alpha, 255);
-  EXPECT_EQ(context->raster_state, 0);
-  EXPECT_EQ(context->blend_over_background, 1);
-  EXPECT_EQ(context->poly_pen_up, 0);
-  EXPECT_EQ(context->clip_on, 0);
-  EXPECT_EQ(context->opengl_on, 0);
-  EXPECT_EQ(context->swap_black_white, 0);
-  EXPECT_EQ(context->depth_on, 0);
-  EXPECT_EQ(context->alpha_blend_on, 0);
-  EXPECT_EQ(context->line_smooth_on, 0);
-  EXPECT_EQ(context->rgba_mode, 0);
-  for (const uint8_t loaded : context->bdf_loaded)
+  EXPECT_EQ(context->window.window_set, nullptr);
+  EXPECT_EQ(context->buffers.raster.pixels, nullptr);
+  EXPECT_EQ(context->buffers.raster_base.pixels, nullptr);
+  EXPECT_EQ(context->buffers.blend_raster.pixels, nullptr);
+  EXPECT_EQ(context->options.font_charset, 0);
+  EXPECT_EQ(context->colours.transparent_colour, -1);
+  EXPECT_EQ(context->pen.line_width, 1);
+  EXPECT_EQ(context->pen.line_cap, 2);
+  EXPECT_EQ(context->pen.line_join, 2);
+  EXPECT_EQ(context->accumulator.poly_count, 0);
+  EXPECT_EQ(context->depth.depth_bias, 0.001F);
+  EXPECT_EQ(context->window.widget_window_count, 0);
+  EXPECT_EQ(context->options.text_map_level, 0);
+  EXPECT_EQ(context->window.pending_window_event, 0);
+  EXPECT_EQ(context->colours.colour_arg, 0);
+  EXPECT_EQ(context->page.white_background, 0);
+  EXPECT_EQ(context->window.window_active, 0);
+  EXPECT_EQ(context->window.direct_bitmap, 0);
+  EXPECT_EQ(context->colours.colour_alpha, 255);
+  EXPECT_EQ(context->buffers.raster_state, 0);
+  EXPECT_EQ(context->depth.blend_over_background, 1);
+  EXPECT_EQ(context->accumulator.poly_pen_up, 0);
+  EXPECT_EQ(context->page.clip_on, 0);
+  EXPECT_EQ(context->window.opengl_on, 0);
+  EXPECT_EQ(context->options.swap_black_white, 0);
+  EXPECT_EQ(context->depth.depth_on, 0);
+  EXPECT_EQ(context->depth.alpha_blend_on, 0);
+  EXPECT_EQ(context->pen.line_smooth_on, 0);
+  EXPECT_EQ(context->page.rgba_mode, 0);
+  for (const uint8_t loaded : context->fonts.bdf_loaded)
     EXPECT_EQ(loaded, 0);
   output_context = context;  // for the release at the end of the test
 }
 
-TEST_F(LifeCycle, AWindowSetComesWithTheRecordOrIsAddedToIt) {
-  output_context = create_output_context(nullptr, 0);
-  ASSERT_NE(output_context->window_set, nullptr);
-  EXPECT_EQ(output_context->window_set->pen_style, 0x11100U);
-  qqwfree();
-
-  OutputContext *alone = create_output_context(nullptr, 1);
-  output_context = alone;
-  EXPECT_EQ(alone->window_set, nullptr);
-  EXPECT_EQ(create_output_context(alone, 2), alone);
-  EXPECT_NE(alone->window_set, nullptr);
+TEST_F(LifeCycle, AWindowSetIsAddedToTheRecordOnce) {
+  OutputContext *context = require_output_context();
+  EXPECT_EQ(context->window.window_set, nullptr);
+  EXPECT_EQ(require_output_context(), context);
+  WindowSet *set = require_window_set(context);
+  ASSERT_NE(set, nullptr);
+  EXPECT_EQ(context->window.window_set, set);
+  EXPECT_EQ(set->pen_style, 0x11100U);
+  EXPECT_EQ(require_window_set(context), set);
 }
 
 TEST_F(LifeCycle, TheDefaultsOfTheOutputLeavePaletteColourAndClipping) {
@@ -328,45 +326,45 @@ TEST_F(LifeCycle, TheDefaultsOfTheOutputLeavePaletteColourAndClipping) {
   set_clip_rectangle(1, 1, 3, 3);
   switch_clipping(true);
   qqvclr(2);
-  output_context->text_map_level = 95;
-  output_context->font_charset = 3;
-  output_context->depth_bias = 1.0F;
-  output_context->pending_window_event = 4;
-  output_context->blend_over_background = 0;
-  output_context->transparent_colour = 7;
-  output_context->colour_alpha = 9;
+  output_context->options.text_map_level = 95;
+  output_context->options.font_charset = 3;
+  output_context->depth.depth_bias = 1.0F;
+  output_context->window.pending_window_event = 4;
+  output_context->depth.blend_over_background = 0;
+  output_context->colours.transparent_colour = 7;
+  output_context->colours.colour_alpha = 9;
   set_pen(8, 0, 0);
-  output_context->swap_black_white = 1;
-  output_context->line_smooth_on = 1;
+  output_context->options.swap_black_white = 1;
+  output_context->pen.line_smooth_on = 1;
   callback_slots = {this, this, this};
 
-  set_output_defaults(output_context);
+  restore_defaults(output_context);
 
-  EXPECT_EQ(output_context->text_map_level, 95);
-  EXPECT_EQ(output_context->font_charset, 0);
-  EXPECT_EQ(output_context->depth_bias, 0.001F);
-  EXPECT_EQ(output_context->pending_window_event, 0);
-  EXPECT_EQ(output_context->blend_over_background, 1);
-  EXPECT_EQ(output_context->transparent_colour, -1);
-  EXPECT_EQ(output_context->colour_alpha, 255);
-  EXPECT_EQ(output_context->line_width, 1);
-  EXPECT_EQ(output_context->line_cap, 2);
-  EXPECT_EQ(output_context->line_join, 2);
-  EXPECT_EQ(output_context->swap_black_white, 0);
+  EXPECT_EQ(output_context->options.text_map_level, 95);
+  EXPECT_EQ(output_context->options.font_charset, 0);
+  EXPECT_EQ(output_context->depth.depth_bias, 0.001F);
+  EXPECT_EQ(output_context->window.pending_window_event, 0);
+  EXPECT_EQ(output_context->depth.blend_over_background, 1);
+  EXPECT_EQ(output_context->colours.transparent_colour, -1);
+  EXPECT_EQ(output_context->colours.colour_alpha, 255);
+  EXPECT_EQ(output_context->pen.line_width, 1);
+  EXPECT_EQ(output_context->pen.line_cap, 2);
+  EXPECT_EQ(output_context->pen.line_join, 2);
+  EXPECT_EQ(output_context->options.swap_black_white, 0);
   EXPECT_EQ(callback_slots.projection, nullptr);
   EXPECT_EQ(callback_slots.pie, nullptr);
   EXPECT_EQ(callback_slots.window, nullptr);
-  EXPECT_EQ(output_context->line_smooth_on, 1);
-  EXPECT_EQ(output_context->clip_on, 1);
-  EXPECT_EQ(output_context->clip_x1, 1);
-  EXPECT_EQ(output_context->colour_index, 2);
+  EXPECT_EQ(output_context->pen.line_smooth_on, 1);
+  EXPECT_EQ(output_context->page.clip_on, 1);
+  EXPECT_EQ(output_context->page.clip_x1, 1);
+  EXPECT_EQ(output_context->colours.colour_index, 2);
 }
 
 TEST_F(LifeCycle, TheDefaultsOfTheOutputResetThePenStyleOfAWindowSet) {
-  output_context = create_output_context(nullptr, 0);
-  output_context->window_set->pen_style = 1;
-  set_output_defaults(output_context);
-  EXPECT_EQ(output_context->window_set->pen_style, 69888U);
+  OutputContext *context = require_output_context();
+  require_window_set(context)->pen_style = 1;
+  restore_defaults(context);
+  EXPECT_EQ(output_context->window.window_set->pen_style, 69888U);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The search of the palette by cells against the search of the whole table.
 
-#include "raster/nearest_in_cell.h"
+#include "core/nearest_in_cell.h"
 
 #include <gtest/gtest.h>
 
@@ -19,9 +19,9 @@ uint8_t byte(Random &random, uint32_t mask) {
 // Few distinct channels give many equal entries and equal distances.
 void fill_palette(Random &random, OutputContext *context, uint32_t mask) {
   for (int i = 0; i < 256; ++i) {
-    context->palette_r[i] = byte(random, mask);
-    context->palette_g[i] = byte(random, mask);
-    context->palette_b[i] = byte(random, mask);
+    context->colours.palette_r[i] = byte(random, mask);
+    context->colours.palette_g[i] = byte(random, mask);
+    context->colours.palette_b[i] = byte(random, mask);
   }
   palette_changed(context);
 }
@@ -33,7 +33,7 @@ TEST(NearestInCell, IsTheNearestOfTheWholeTable) {
   constexpr uint8_t kinds[] = {0, 7, 1};
   for (const uint32_t mask : masks) {
     for (const uint8_t kind : kinds) {
-      context.palette_kind = kind;
+      context.colours.palette_kind = kind;
       fill_palette(random, &context, mask);
       for (int k = 0; k < 20000; ++k) {
         const uint8_t r = byte(random, 0xFF);
@@ -49,8 +49,9 @@ TEST(NearestInCell, IsTheNearestOfTheWholeTable) {
 
 TEST(NearestInCell, FindsTheEndsOfTheTableForBlackAndWhite) {
   OutputContext context = {};
-  context.palette_kind = 1;
-  context.palette_r[255] = context.palette_g[255] = context.palette_b[255] = 255;
+  context.colours.palette_kind = 1;
+  context.colours.palette_r[255] = context.colours.palette_g[255] = context.colours.palette_b[255] =
+      255;
   palette_changed(&context);
   EXPECT_EQ(nearest_in_cell(&context, 255, 255, 255), 255);
   EXPECT_EQ(nearest_in_cell(&context, 0, 0, 0), 0);
@@ -58,13 +59,13 @@ TEST(NearestInCell, FindsTheEndsOfTheTableForBlackAndWhite) {
 
 TEST(NearestInCell, FollowsAChangeOfThePalette) {
   OutputContext context = {};
-  context.palette_kind = 1;
+  context.colours.palette_kind = 1;
   palette_changed(&context);
-  context.palette_r[9] = 200;
+  context.colours.palette_r[9] = 200;
   palette_changed(&context);
   EXPECT_EQ(nearest_in_cell(&context, 190, 0, 10), 9);
-  context.palette_r[9] = 0;
-  context.palette_r[4] = 200;
+  context.colours.palette_r[9] = 0;
+  context.colours.palette_r[4] = 200;
   palette_changed(&context);
   EXPECT_EQ(nearest_in_cell(&context, 190, 0, 10), 4);
 }

@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "raster/raster.h"
 #include "tests/raster/raster_page.h"
 #include "tests/support/memory_files.h"
 
@@ -19,8 +20,8 @@ TEST_F(Polyline, ADrawToWhereThePenIsMakesADot) {
   open_page(9, 9);
   qqvdrw(5, 5, 3);
   qqvdrw(5, 5, 2);
-  EXPECT_EQ(output_context->poly_count, 1);
-  EXPECT_EQ(output_context->poly_pen_up, 0);
+  EXPECT_EQ(output_context->accumulator.poly_count, 1);
+  EXPECT_EQ(output_context->accumulator.poly_pen_up, 0);
   const std::vector<uint32_t> table(256, 0x010101);
   qqvvlt(1, table.data());  // draws what is gathered
   EXPECT_EQ(picture_without_flush(),
@@ -31,8 +32,8 @@ TEST_F(Polyline, ADrawToWhereThePenIsMakesADot) {
 TEST_F(Polyline, ADrawWithoutAStartPointDrawsNothingLaterOrEver) {
   open_page(5, 5);
   qqvdrw(1, 1, 2);
-  EXPECT_EQ(output_context->poly_count, 0);
-  EXPECT_EQ(output_context->poly_pen_up, 0);
+  EXPECT_EQ(output_context->accumulator.poly_count, 0);
+  EXPECT_EQ(output_context->accumulator.poly_pen_up, 0);
   qqvdrw(3, 3, 2);
   qqvdrw(2, 2, 3);
   EXPECT_EQ(picture(), rows({".....", ".....", ".....", ".....", "....."}));
@@ -52,15 +53,15 @@ TEST_F(Polyline, EveryCodeButTwoMoves) {
     qqvdrw(1, 0, 2);
     qqvdrw(3, 0, code);
     EXPECT_EQ(picture_without_flush(), rows({"11.."})) << code;
-    EXPECT_EQ(output_context->poly_count, 1);
-    EXPECT_EQ(output_context->poly_pen_up, 1);
+    EXPECT_EQ(output_context->accumulator.poly_count, 1);
+    EXPECT_EQ(output_context->accumulator.poly_pen_up, 1);
   }
 }
 
 TEST_F(Polyline, ALineIsAMoveAndADraw) {
   open_page(6, 2);
   qqvlin(1, 1, 4, 1);
-  EXPECT_EQ(output_context->poly_count, 2);
+  EXPECT_EQ(output_context->accumulator.poly_count, 2);
   EXPECT_EQ(picture(), rows({"......", ".1111."}));
   qqvdrw(4, 0, 2);
   EXPECT_EQ(picture(), rows({"....1.", ".1111."}));
@@ -77,20 +78,20 @@ TEST_F(Polyline, KeepsThePenPositionAfterAFlush) {
   qqvdrw(1, 1, 3);
   qqvdrw(4, 1, 2);
   qqvclr(2);
-  EXPECT_EQ(output_context->poly_count, 1);
-  EXPECT_EQ(output_context->poly_pen_up, 1);
-  EXPECT_EQ(output_context->poly_x[0], 4);
+  EXPECT_EQ(output_context->accumulator.poly_count, 1);
+  EXPECT_EQ(output_context->accumulator.poly_pen_up, 1);
+  EXPECT_EQ(output_context->accumulator.poly_x[0], 4);
   qqvdrw(4, 3, 2);
   EXPECT_EQ(picture(), rows({"......", ".1112.", "....2.", "....2."}));
 }
 
 TEST_F(Polyline, AFlushWithoutPointsOrWithALoneMoveDoesNothing) {
   open_page(3, 1);
-  flush_polyline(output_context, 0);
-  EXPECT_EQ(output_context->poly_count, 0);
+  flush_raster(output_context);
+  EXPECT_EQ(output_context->accumulator.poly_count, 0);
   qqvdrw(1, 0, 3);
-  flush_polyline(output_context, 0);
-  EXPECT_EQ(output_context->poly_count, 1);
+  flush_raster(output_context);
+  EXPECT_EQ(output_context->accumulator.poly_count, 1);
   EXPECT_EQ(picture_without_flush(), rows({"..."}));
 }
 
@@ -103,12 +104,12 @@ TEST_F(Polyline, AHundredAndFiftyCallsDrawHundredPointsAndThenFiftyOne) {
   open_page(160, 2);
   qqvdrw(0, 0, 3);
   draw_zigzag(1, 98);
-  EXPECT_EQ(output_context->poly_count, 99);
+  EXPECT_EQ(output_context->accumulator.poly_count, 99);
   EXPECT_EQ(picture_without_flush(), rows({row(160), row(160)}));
   draw_zigzag(99, 99);  // the hundredth point draws all, and is the first of the next hundred
-  EXPECT_EQ(output_context->poly_count, 1);
-  EXPECT_EQ(output_context->poly_pen_up, 1);
-  EXPECT_EQ(output_context->poly_x[0], 99);
+  EXPECT_EQ(output_context->accumulator.poly_count, 1);
+  EXPECT_EQ(output_context->accumulator.poly_pen_up, 1);
+  EXPECT_EQ(output_context->accumulator.poly_x[0], 99);
   std::string even;
   std::string odd;
   for (int32_t i = 0; i < 160; i++) {
@@ -117,7 +118,7 @@ TEST_F(Polyline, AHundredAndFiftyCallsDrawHundredPointsAndThenFiftyOne) {
   }
   EXPECT_EQ(picture_without_flush(), rows({even, odd}));
   draw_zigzag(100, 149);
-  EXPECT_EQ(output_context->poly_count, 51);
+  EXPECT_EQ(output_context->accumulator.poly_count, 51);
   for (int32_t i = 100; i <= 149; i++)
     (i % 2 == 0 ? even : odd)[static_cast<size_t>(i)] = '1';
   EXPECT_EQ(picture(), rows({even, odd}));
@@ -127,7 +128,7 @@ TEST_F(Polyline, AMoveAndAHundredAndFiftyDrawsLeaveFiftyTwoPoints) {
   open_page(160, 2);
   qqvdrw(0, 0, 3);
   draw_zigzag(1, 150);
-  EXPECT_EQ(output_context->poly_count, 52);
+  EXPECT_EQ(output_context->accumulator.poly_count, 52);
 }
 
 TEST_F(Polyline, AFullAccumulatorLeavesThePenUpAtItsLastPoint) {
@@ -137,7 +138,7 @@ TEST_F(Polyline, AFullAccumulatorLeavesThePenUpAtItsLastPoint) {
   qqvers();
   EXPECT_EQ(picture(), rows({row(160), row(160)}));
   qqvdrw(99, 1, 2);  // the same point again: a dot
-  EXPECT_EQ(output_context->poly_pen_up, 0);
+  EXPECT_EQ(output_context->accumulator.poly_pen_up, 0);
   EXPECT_EQ(picture(), rows({row(160), row(160, 99, 99)}));
 }
 
@@ -205,8 +206,8 @@ TEST_F(Polyline, IsDrawnBeforeEverythingThatChangesOrReadsThePage) {
     open_page(4, 1);
     qqvlin(1, 0, 2, 0);
     drawing.call();
-    EXPECT_EQ(output_context->poly_count, 1) << drawing.name;
-    EXPECT_EQ(output_context->poly_x[0], 2) << drawing.name;
+    EXPECT_EQ(output_context->accumulator.poly_count, 1) << drawing.name;
+    EXPECT_EQ(output_context->accumulator.poly_x[0], 2) << drawing.name;
     qqwfree();
   }
 }
@@ -245,7 +246,7 @@ TEST_F(Polyline, StaysGatheredThroughEverythingElse) {
     open_page(4, 1);
     qqvlin(1, 0, 2, 0);
     other.call();
-    EXPECT_EQ(output_context->poly_count, 2) << other.name;
+    EXPECT_EQ(output_context->accumulator.poly_count, 2) << other.name;
     EXPECT_EQ(picture(), rows({".11."})) << other.name;
     qqwfree();
   }

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <sstream>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 #include "quorix/quorix.h"
 #include "tests/raster/drawing_targets.h"
 
@@ -88,54 +88,54 @@ void note(std::ostringstream &out, const char *name, T expected, T actual) {
 
 std::string pen_difference(const literal::LiteralRaster &e, const OutputContext &a) {
   std::ostringstream out;
-  note(out, "line_width", e.line_width, a.line_width);
-  note(out, "line_cap", e.line_cap, a.line_cap);
-  note(out, "line_join", e.line_join, a.line_join);
-  note(out, "line_smooth_on", e.line_smooth_on, a.line_smooth_on);
-  note(out, "poly_count", e.poly_count, a.poly_count);
-  note(out, "poly_pen_up", e.poly_pen_up, a.poly_pen_up);
-  for (int32_t i = 0; i < e.poly_count && i < a.poly_count; i++) {
-    note(out, "poly_x", e.poly_x[i], a.poly_x[i]);
-    note(out, "poly_y", e.poly_y[i], a.poly_y[i]);
+  note(out, "line_width", e.line_width, a.pen.line_width);
+  note(out, "line_cap", e.line_cap, a.pen.line_cap);
+  note(out, "line_join", e.line_join, a.pen.line_join);
+  note(out, "line_smooth_on", e.line_smooth_on, a.pen.line_smooth_on);
+  note(out, "poly_count", e.poly_count, a.accumulator.poly_count);
+  note(out, "poly_pen_up", e.poly_pen_up, a.accumulator.poly_pen_up);
+  for (int32_t i = 0; i < e.poly_count && i < a.accumulator.poly_count; i++) {
+    note(out, "poly_x", e.poly_x[i], a.accumulator.poly_x[i]);
+    note(out, "poly_y", e.poly_y[i], a.accumulator.poly_y[i]);
   }
   return out.str();
 }
 
 std::string colour_difference(const literal::LiteralRaster &e, const OutputContext &a) {
   std::ostringstream out;
-  note(out, "colour_arg", e.colour_arg, a.colour_arg);
-  note(out, "colour_index", e.colour_index, a.colour_index);
-  note(out, "colour_r", e.colour_r, a.colour_r);
-  note(out, "colour_g", e.colour_g, a.colour_g);
-  note(out, "colour_b", e.colour_b, a.colour_b);
-  note(out, "colour_alpha", e.colour_alpha, a.colour_alpha);
-  note(out, "transparent_colour", e.transparent_colour, a.transparent_colour);
-  note(out, "transparent_r", e.transparent_r, a.transparent_r);
-  note(out, "transparent_g", e.transparent_g, a.transparent_g);
-  note(out, "transparent_b", e.transparent_b, a.transparent_b);
-  note(out, "palette_kind", e.palette_kind, a.palette_kind);
-  if (std::memcmp(e.palette_r, a.palette_r, 256) != 0) out << " palette_r;";
-  if (std::memcmp(e.palette_g, a.palette_g, 256) != 0) out << " palette_g;";
-  if (std::memcmp(e.palette_b, a.palette_b, 256) != 0) out << " palette_b;";
+  note(out, "colour_arg", e.colour_arg, a.colours.colour_arg);
+  note(out, "colour_index", e.colour_index, a.colours.colour_index);
+  note(out, "colour_r", e.colour_r, a.colours.colour_r);
+  note(out, "colour_g", e.colour_g, a.colours.colour_g);
+  note(out, "colour_b", e.colour_b, a.colours.colour_b);
+  note(out, "colour_alpha", e.colour_alpha, a.colours.colour_alpha);
+  note(out, "transparent_colour", e.transparent_colour, a.colours.transparent_colour);
+  note(out, "transparent_r", e.transparent_r, a.colours.transparent_r);
+  note(out, "transparent_g", e.transparent_g, a.colours.transparent_g);
+  note(out, "transparent_b", e.transparent_b, a.colours.transparent_b);
+  note(out, "palette_kind", e.palette_kind, a.colours.palette_kind);
+  if (std::memcmp(e.palette_r, a.colours.palette_r, 256) != 0) out << " palette_r;";
+  if (std::memcmp(e.palette_g, a.colours.palette_g, 256) != 0) out << " palette_g;";
+  if (std::memcmp(e.palette_b, a.colours.palette_b, 256) != 0) out << " palette_b;";
   return out.str();
 }
 
 std::string area_difference(const literal::LiteralRaster &e, const OutputContext &a) {
   std::ostringstream out;
-  note(out, "width", e.width, a.width);
-  note(out, "height", e.height, a.height);
-  if (e.page_valid) note(out, "stride", e.stride, a.stride);
-  note(out, "clip_x1", e.clip_x1, a.clip_x1);
-  note(out, "clip_y1", e.clip_y1, a.clip_y1);
-  note(out, "clip_x2", e.clip_x2, a.clip_x2);
-  note(out, "clip_y2", e.clip_y2, a.clip_y2);
-  note(out, "clip_on", e.clip_on, a.clip_on);
-  note(out, "rgba_mode", e.rgba_mode, a.rgba_mode);
-  note(out, "white_background", e.white_background, a.white_background);
-  note(out, "blend_over_background", e.blend_over_background, a.blend_over_background);
-  note(out, "swap_black_white", e.swap_black_white, a.swap_black_white);
-  note(out, "text_map_level", e.text_map_level, a.text_map_level);
-  note(out, "depth_bias", e.depth_bias, a.depth_bias);
+  note(out, "width", e.width, a.page.width);
+  note(out, "height", e.height, a.page.height);
+  if (e.page_valid) note(out, "stride", e.stride, a.page.stride);
+  note(out, "clip_x1", e.clip_x1, a.page.clip_x1);
+  note(out, "clip_y1", e.clip_y1, a.page.clip_y1);
+  note(out, "clip_x2", e.clip_x2, a.page.clip_x2);
+  note(out, "clip_y2", e.clip_y2, a.page.clip_y2);
+  note(out, "clip_on", e.clip_on, a.page.clip_on);
+  note(out, "rgba_mode", e.rgba_mode, a.page.rgba_mode);
+  note(out, "white_background", e.white_background, a.page.white_background);
+  note(out, "blend_over_background", e.blend_over_background, a.depth.blend_over_background);
+  note(out, "swap_black_white", e.swap_black_white, a.options.swap_black_white);
+  note(out, "text_map_level", e.text_map_level, a.options.text_map_level);
+  note(out, "depth_bias", e.depth_bias, a.depth.depth_bias);
   return out.str();
 }
 

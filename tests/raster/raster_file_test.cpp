@@ -225,9 +225,9 @@ TEST_F(RasterFileReader, LeavesTheRestBesideASmallerFile) {
 
 TEST_F(RasterFileReader, StaysInTheRowsOfThePageWhereTheRecordTellsOfWiderOnes) {
   open_page(2, 3);
-  output_context->width = output_context->stride = 40;
+  output_context->page.width = output_context->page.stride = 40;
   EXPECT_EQ(read_status(make_file({3, 2, 8, 3}, {1, 2, 3, 4, 5, 6})), 0);
-  const uint8_t *page = output_context->raster;
+  const uint8_t *page = output_context->buffers.raster.pixels;
   EXPECT_EQ(Bytes(page, page + 6), (Bytes{1, 2, 4, 5, 0, 0}));
 }
 

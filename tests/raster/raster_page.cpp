@@ -81,11 +81,11 @@ char character_of(const uint8_t *pixel, bool rgba) {
 }  // namespace
 
 std::string picture_without_flush() {
-  const bool rgba = output_context->rgba_mode != 0;
+  const bool rgba = output_context->page.rgba_mode != 0;
   const uint8_t *pixel = first_byte();
   std::string text;
-  for (int32_t y = 0; y < output_context->height; y++) {
-    for (int32_t x = 0; x < output_context->width; x++) {
+  for (int32_t y = 0; y < output_context->page.height; y++) {
+    for (int32_t x = 0; x < output_context->page.width; x++) {
       text += character_of(pixel, rgba);
       pixel += rgba ? 4 : 1;
     }
@@ -114,18 +114,18 @@ std::string row(int32_t width, int32_t first, int32_t last) {
 }
 
 std::string row_at(int32_t y) {
-  const size_t length = static_cast<size_t>(output_context->width) + 1;
+  const size_t length = static_cast<size_t>(output_context->page.width) + 1;
   return picture().substr(static_cast<size_t>(y) * length, length - 1);
 }
 
 int32_t index_at(int32_t x, int32_t y) {
   flush_lines();
-  return first_byte()[y * output_context->stride + x];
+  return first_byte()[y * output_context->page.stride + x];
 }
 
 std::string rgba_at(int32_t x, int32_t y) {
   flush_lines();
-  const uint8_t *pixel = first_byte() + y * output_context->stride + 4 * x;
+  const uint8_t *pixel = first_byte() + y * output_context->page.stride + 4 * x;
   char text[16];
   std::snprintf(text, sizeof(text), "%02x%02x%02x%02x", pixel[0], pixel[1], pixel[2], pixel[3]);
   return text;
@@ -149,8 +149,8 @@ int32_t fill_polygon_of(const std::vector<double> &xs, const std::vector<double>
 
 std::vector<uint8_t> page_content() {
   const uint8_t *bytes = first_byte();
-  const size_t size =
-      static_cast<size_t>(output_context->stride) * static_cast<size_t>(output_context->height);
+  const size_t size = static_cast<size_t>(output_context->page.stride) *
+                      static_cast<size_t>(output_context->page.height);
   return {bytes, bytes + size};
 }
 

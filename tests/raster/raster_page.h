@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 #include "quorix/quorix.h"
 
 namespace quorix::testing {

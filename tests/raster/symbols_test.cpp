@@ -198,7 +198,7 @@ TEST_F(Symbol, IsClippedThoughClippingIsOffAndLeavesItOff) {
   switch_clipping(false);
   for (int32_t symbol = 0; symbol <= 23; symbol++) {
     qqvsym(symbol, 5, 5, 8);
-    EXPECT_EQ(output_context->clip_on, 0) << symbol;
+    EXPECT_EQ(output_context->page.clip_on, 0) << symbol;
   }
   for (int32_t y = 0; y < 11; y++) {
     for (int32_t x = 0; x < 11; x++) {
@@ -214,7 +214,7 @@ TEST_F(Symbol, LeavesClippingOn) {
   open_page(11, 11);
   switch_clipping(true);
   qqvsym(3, 5, 5, 8);
-  EXPECT_EQ(output_context->clip_on, 1);
+  EXPECT_EQ(output_context->page.clip_on, 1);
 }
 
 TEST_F(Symbol, HasThePensWidth) {

@@ -80,8 +80,8 @@ TEST_F(Triangle, MakesItsColourTheCurrentOneForGood) {
   open_page(4, 3);
   qqvlin(0, 0, 3, 0);
   fill_triangle({{0, 1}, {3, 1}, {3, 1}}, 5);
-  EXPECT_EQ(output_context->colour_index, 5);
-  EXPECT_EQ(output_context->colour_arg, 5);
+  EXPECT_EQ(output_context->colours.colour_index, 5);
+  EXPECT_EQ(output_context->colours.colour_arg, 5);
   qqvlin(0, 2, 3, 2);
   EXPECT_EQ(picture(), rows({"1111", "5555", "5555"}));
 }
@@ -89,7 +89,7 @@ TEST_F(Triangle, MakesItsColourTheCurrentOneForGood) {
 TEST_F(Triangle, OutsideThePageStillChangesTheColour) {
   open_page(4, 3);
   fill_triangle({{-9, -9}, {-8, -9}, {-8, -8}}, 5);
-  EXPECT_EQ(output_context->colour_index, 5);
+  EXPECT_EQ(output_context->colours.colour_index, 5);
   EXPECT_EQ(page_content(), std::vector<uint8_t>(12, 0));
 }
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
 // The cells: half a megabyte that costs nothing until a palette raster meets mixed colours.
-#include "raster/nearest_in_cell.h"
+#include "core/nearest_in_cell.h"
 
 #include <algorithm>
 #include <cstdlib>
 
-#include "raster/raster.h"
+#include "core/colours.h"
 
 namespace quorix {
 
@@ -39,13 +39,13 @@ int32_t most_apart(int32_t value, int32_t first) {
 }
 
 void fill_cell(const OutputContext *context, Cell *cell, int32_t r, int32_t g, int32_t b) {
-  const int32_t entries = palette_entries(context->palette_kind);
+  const int32_t entries = palette_entries(context->colours.palette_kind);
   int32_t least[256];
   int32_t reach = INT32_MAX;
   for (int32_t i = 0; i < entries; ++i) {
-    const int32_t pr = context->palette_r[i];
-    const int32_t pg = context->palette_g[i];
-    const int32_t pb = context->palette_b[i];
+    const int32_t pr = context->colours.palette_r[i];
+    const int32_t pg = context->colours.palette_g[i];
+    const int32_t pb = context->colours.palette_b[i];
     least[i] = least_apart(pr, r) + least_apart(pg, g) + least_apart(pb, b);
     reach = std::min(reach, most_apart(pr, r) + most_apart(pg, g) + most_apart(pb, b));
   }
@@ -62,8 +62,8 @@ void fill_cell(const OutputContext *context, Cell *cell, int32_t r, int32_t g, i
 }
 
 int32_t distance(const OutputContext *context, int32_t i, int32_t r, int32_t g, int32_t b) {
-  return std::abs(r - context->palette_r[i]) + std::abs(g - context->palette_g[i]) +
-         std::abs(b - context->palette_b[i]);
+  return std::abs(r - context->colours.palette_r[i]) + std::abs(g - context->colours.palette_g[i]) +
+         std::abs(b - context->colours.palette_b[i]);
 }
 
 // Among equals the first candidate, or for a colour without blue the last.
@@ -83,9 +83,9 @@ int32_t nearest_candidate(const OutputContext *context, const Cell &cell, int32_
 }
 
 void follow_palette(const OutputContext *context) {
-  if (cells_version == context->palette_version) return;
+  if (cells_version == context->colours.palette_version) return;
   std::fill_n(cells, cell_count, Cell{});
-  cells_version = context->palette_version;
+  cells_version = context->colours.palette_version;
 }
 
 }  // namespace

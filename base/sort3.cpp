@@ -2,7 +2,7 @@
 //
 // Index sort of three values. The comparisons stand as they are so that equal values, and NaN,
 // which fails every one of them, have one defined order: that of the last case.
-#include "raster/raster.h"
+#include "base/sort3.h"
 
 namespace quorix {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The window device's part of the drawing record. Not installed.
+// The window device's part of the drawing record.
 #pragma once
 
 #include <cstdint>
@@ -21,5 +21,14 @@ struct WindowSet {
   WindowSlot slots[window_slot_count];
   uint32_t pen_style;
 };
+
+struct OutputContext;
+
+// The record's WindowSet, made if it has none. Without memory it says so and ends the process with
+// code 0.
+WindowSet *require_window_set(OutputContext *context);
+
+// All options back to their defaults: the record's, the window device's and the callbacks.
+void restore_defaults(OutputContext *context);
 
 }  // namespace quorix

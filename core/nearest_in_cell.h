@@ -9,7 +9,7 @@
 
 #include <cstdint>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 
 namespace quorix {
 

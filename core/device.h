@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// What other families need of a drawing target, as a plain record of functions. Not installed.
+// What other families need of a drawing target, as a plain record of functions.
 //
-// The raster is one device. A window family registers another when it is set up; where none is
-// linked, window numbers have no device, and every operation that takes one ends with its
+// The raster is one device and the window family the other; each registers itself. Where a device
+// is not registered its numbers have none, and every operation that takes one ends with its
 // documented failure. Families that read or write pixels go through this record alone, so they
 // know neither the raster's memory nor a window system.
 #pragma once
@@ -11,7 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "quorix/output_context.h"
+#include "core/output_context.h"
 
 namespace quorix {
 
@@ -83,13 +83,23 @@ struct Device {
 
 inline constexpr int32_t last_window_device = 100;  // numbers above it mean the raster
 
-extern const Device raster_device;
+// Whether a device number means a window; the others mean the raster.
+inline bool window_device(int64_t number) {
+  return number <= last_window_device;
+}
 
-// The window family's device, null while there is none.
+// The families' devices; null takes one away.
+void register_raster_device(const Device *device);
 void register_window_device(const Device *device);
 
 // The device that answers to a number (pass its absolute value where a sign carries a flag), or
-// null.
+// null; so too without a record.
 const Device *device_for(const OutputContext *context, int32_t number);
+
+// The window family's device, or null.
+const Device *window_family_device(const OutputContext *context);
+
+// Draws what is gathered for the current device: a window's own accumulator, or the raster's.
+void flush_current_device(OutputContext *context);
 
 }  // namespace quorix

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "window/window_set.h"
+
+#include <cstdlib>
+#include <new>
+
+#include "base/memory.h"
+#include "core/output_context.h"
+#include "platform/callbacks.h"
+#include "platform/message.h"
+
+namespace quorix {
+
+namespace {
+
+void release_window_set(OutputContext *context) {
+  release_bytes(context->window.window_set);
+  context->window.window_set = nullptr;
+}
+
+}  // namespace
+
+WindowSet *require_window_set(OutputContext *context) {
+  if (context->window.window_set != nullptr) return context->window.window_set;
+  void *block = allocate_zeroed_bytes(sizeof(WindowSet));
+  if (block == nullptr) {
+    show_message("Not enough memory for windows output", "quoini");
+    std::exit(0);
+  }
+  auto *set = new (block) WindowSet();
+  set->pen_style = default_pen_style;
+  context->window.window_set = set;
+  release_with_context(context, release_window_set);
+  return set;
+}
+
+void restore_defaults(OutputContext *context) {
+  set_output_defaults(context);
+  clear_callbacks();
+  if (context->window.window_set != nullptr) {
+    context->window.window_set->pen_style = default_pen_style;
+  }
+}
+
+}  // namespace quorix
