@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 """Lets qpdf, poppler, mupdf and Ghostscript read what pdf_samples and the examples wrote.
 
-    judge.py PDF_SAMPLES DATA REPORT LINECHART
+    judge.py samples PDF_SAMPLES
+    judge.py examples DATA REPORT LINECHART
 
 qpdf must find nothing wrong with any document. Known drawings must have the colours that they are
 known to have, words must be found, and pictures must come out pixel for pixel as they went in.
@@ -211,25 +212,43 @@ def check_by_qpdf(file):
     judge("WARNING" not in out.decode(errors="replace") + errors, f"{file.name}: qpdf warns {errors}")
 
 
-def make_gallery(data, report, linechart, folder):
-    run(report, data / "co2.csv", data / "el-nino-years.csv", data / "land.csv", data / "zones.csv",
-        folder / "gallery_report.pdf")
-    run(linechart, data / "co2.csv", folder / "gallery_chart.pdf", "Carbon dioxide")
-    run(linechart, data / "co2.csv", folder / "gallery_chart.ps", "Carbon dioxide")
+def check_documents(folder, count):
+    documents = sorted(folder.glob("*.pdf"))
+    judge(len(documents) == count, f"there are {len(documents)} documents")
+    for file in documents:
+        check_by_qpdf(file)
+    print(f"{len(documents)} documents")
 
 
-def check_gallery(folder, scratch):
+def check_samples(folder, scratch, samples):
+    run(samples, folder)
+    check_documents(folder, 16 + 60 + 12)
+    for drawing, places in DRAWINGS.items():
+        for file in sorted(folder.glob(f"{drawing}_*.pdf")):
+            check_drawing(file, places, scratch)
+    for file in sorted(folder.glob("words_*.pdf")):
+        check_words(file, scratch)
+    for triples in sorted(folder.glob("*.rgb")):
+        check_picture(triples, scratch)
+
+
+def check_examples(folder, scratch, data, report, linechart):
     """The chart as PostScript and as PDF is one picture, which both show in the same size."""
+    run(report, data / "co2.csv", data / "el-nino-years.csv", data / "land.csv", data / "zones.csv",
+        folder / "report.pdf")
+    run(linechart, data / "co2.csv", folder / "chart.pdf", "Carbon dioxide")
+    run(linechart, data / "co2.csv", folder / "chart.ps", "Carbon dioxide")
+    check_documents(folder, 2)
     for page in range(1, 5):
         for render in (by_poppler, by_mupdf):
-            judge(len(set(render(folder / "gallery_report.pdf", page, 40, scratch).triples)) > 5,
-                  f"gallery_report.pdf: {render.__name__} shows nothing on page {page}")
-    run("pdfimages", folder / "gallery_chart.pdf", scratch / "chart")
+            judge(len(set(render(folder / "report.pdf", page, 40, scratch).triples)) > 5,
+                  f"report.pdf: {render.__name__} shows nothing on page {page}")
+    run("pdfimages", folder / "chart.pdf", scratch / "chart")
     chart = Picture.of_ppm((scratch / "chart-000.ppm").read_bytes())
-    judge(chart.width > 100 and len(set(chart.triples)) > 5, "gallery_chart.pdf holds no chart")
-    text = (folder / "gallery_chart.ps").read_bytes()
+    judge(chart.width > 100 and len(set(chart.triples)) > 5, "chart.pdf holds no chart")
+    text = (folder / "chart.ps").read_bytes()
     digits = re.search(rb">> image\n([0-9A-F\n]*)\n> grestore", text)[1].replace(b"\n", b"")
-    judge(bytes.fromhex(digits.decode()) == chart.triples, "gallery_chart.ps has other pixels")
+    judge(bytes.fromhex(digits.decode()) == chart.triples, "chart.ps has other pixels")
 
 
 def main():
@@ -237,24 +256,10 @@ def main():
     missing = [program for program in needed if shutil.which(program) is None]
     if missing:
         sys.exit(f"these programs are needed: {', '.join(missing)}")
-    samples, data, report, linechart = (pathlib.Path(word) for word in sys.argv[1:])
+    check = {"samples": check_samples, "examples": check_examples}[sys.argv[1]]
     with tempfile.TemporaryDirectory() as name, tempfile.TemporaryDirectory() as scratch_name:
-        folder, scratch = pathlib.Path(name), pathlib.Path(scratch_name)
-        run(samples, folder)
-        make_gallery(data, report, linechart, folder)
-        documents = sorted(folder.glob("*.pdf"))
-        judge(len(documents) == 16 + 60 + 12 + 2, f"there are {len(documents)} documents")
-        for file in documents:
-            check_by_qpdf(file)
-        for drawing, places in DRAWINGS.items():
-            for file in sorted(folder.glob(f"{drawing}_*.pdf")):
-                check_drawing(file, places, scratch)
-        for file in sorted(folder.glob("words_*.pdf")):
-            check_words(file, scratch)
-        for triples in sorted(folder.glob("*.rgb")):
-            check_picture(triples, scratch)
-        check_gallery(folder, scratch)
-    print(f"{len(documents)} documents, {len(problems)} problems")
+        check(pathlib.Path(name), pathlib.Path(scratch_name), *map(pathlib.Path, sys.argv[2:]))
+    print(f"{len(problems)} problems")
     sys.exit(1 if problems else 0)
 
 
