@@ -9,7 +9,7 @@ namespace quorix {
 namespace {
 
 constexpr uint32_t after_clear = UINT32_MAX;   // in place of an old code
-constexpr uint32_t at_start = UINT32_MAX - 1;  // the same, and a clear code may follow
+constexpr uint32_t at_start = UINT32_MAX - 1;  // the same, and the end code may follow
 constexpr uint32_t longest_code = 12;          // bits
 
 uint64_t load_word(const uint8_t *bytes) {
@@ -76,15 +76,16 @@ const LzwString *take_code(GifDecoder *gif, uint32_t code) {
   return &gif->strings[code];
 }
 
-// The string of the next code; null behind the last. A clear code is none itself, but what follows
-// it must be one.
+// The string of the next code; null behind the last. Clear codes are none themselves. Some encoders
+// write two of them where one would do; but the first other code behind them must be a pixel, so an
+// end code there is damage.
 const LzwString *next_string(GifDecoder *gif) {
   for (;;) {
     if (!fill_bits(gif)) break;
     const auto code = static_cast<uint32_t>(gif->bits & ((1U << gif->code_size) - 1));
     gif->bits >>= gif->code_size;
     gif->bit_count -= gif->code_size;
-    if (code == gif->clear && gif->old != after_clear) {
+    if (code == gif->clear) {
       forget_codes(gif);
     } else if (code == gif->clear + 1 && gif->old != after_clear) {
       gif->state = GifState::ended;

@@ -102,9 +102,45 @@ TEST_F(GifCodes, BeyondTheTableAreAnError) {
   // After clear and 1 the next entry is 6, which may be named, but 7 may not.
   check_reader(Format::gif, with_codes(parts, {{4, 3}, {1, 3}, {7, 3}, {5, 3}}), only_status(-3),
                "a code past the next entry");
-  for (const uint32_t code : {4U, 5U, 6U}) {
+  for (const uint32_t code : {5U, 6U}) {
     check_reader(Format::gif, with_codes(parts, {{4, 3}, {code, 3}, {1, 3}, {5, 3}}),
                  only_status(-3), "no pixel behind a clear code");
+    check_reader(Format::gif, with_codes(parts, {{4, 3}, {4, 3}, {code, 3}, {1, 3}, {5, 3}}),
+                 only_status(-3), "no pixel behind two clear codes");
+  }
+}
+
+TEST_F(GifCodes, MayBeClearedTwiceInARow) {
+  const GifFile parts = grey_file(4, 1, 2);
+  // At the start, twice and four times; 6 is the 1 1 that was just made.
+  check_indices(with_codes(parts, {{4, 3}, {4, 3}, {1, 3}, {6, 3}, {2, 3}, {5, 4}}), 4,
+                {1, 1, 1, 2});
+  check_indices(with_codes(parts, {{4, 3}, {4, 3}, {4, 3}, {4, 3}, {1, 3}, {6, 3}, {2, 3}, {5, 4}}),
+                4, {1, 1, 1, 2});
+  // In the middle, where codes have grown to 4 bits: the first clear code has 4, the second 3.
+  const std::vector<GifCode> codes = {{4, 3}, {1, 3}, {2, 3}, {3, 3}, {4, 4},
+                                      {4, 3}, {3, 3}, {6, 3}, {5, 3}};
+  check_indices(with_codes(grey_file(6, 1, 2), codes), 6, {1, 2, 3, 3, 3, 3});
+}
+
+TEST_F(GifCodes, ClearedTwiceAtAFullTableGiveWhatOneClearGives) {
+  for (const uint32_t minimum : {2U, 5U, 8U}) {
+    const Bytes indices = noise(100 * 200, minimum, minimum + 70);
+    std::vector<GifCode> twice;
+    for (const GifCode &code : gif_codes(indices, minimum)) {
+      twice.push_back(code);
+      if (code.code == 1U << minimum) twice.push_back({code.code, minimum + 1});
+    }
+    ASSERT_GT(twice.size(), gif_codes(indices, minimum).size() + 1);
+    check_indices(with_codes(grey_file(100, 200, minimum), twice), 100, indices);
+  }
+}
+
+TEST_F(GifCodes, OfClearsAloneAreAnError) {
+  for (const size_t count : {1U, 2U, 3U, 100U}) {
+    const std::vector<GifCode> codes(count, {4, 3});
+    check_reader(Format::gif, with_codes(grey_file(4, 1, 2), codes), only_status(-3),
+                 std::to_string(count) + " clear codes");
   }
 }
 

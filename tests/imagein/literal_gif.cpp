@@ -113,8 +113,10 @@ int32_t Decoder::decode() {
       next = clear + 2;
       size = static_cast<uint32_t>(minimum) + 1;
       limit = 2 << minimum;
-      old = code(size);
-      if (old < 0 || old >= clear) return -3;
+      do {
+        old = code(size);
+      } while (old == clear);
+      if (old < 0 || old > clear) return -3;
       first = old;
       put_pixel(first);
       continue;

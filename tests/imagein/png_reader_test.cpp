@@ -119,6 +119,32 @@ TEST_F(PngReader, ComparesBothBytesOfANamedSampleOf16Bits) {
   check_png(picture);
 }
 
+TEST_F(PngReader, ComparesOnlyTheLowByteOfANamedSampleOfUpTo8Bits) {
+  struct Case {
+    uint32_t depth;
+    std::vector<uint32_t> samples;
+    Bytes named, alpha;
+  };
+  const Case cases[] = {
+      {2, {0, 1, 2, 3}, {0x01, 2}, {255, 255, 0, 255}},
+      {4, {5, 6, 15, 5}, {0xFF, 5}, {0, 255, 255, 0}},
+      {8, {5, 1, 0, 255}, {0x01, 5}, {0, 255, 255, 255}},
+      {8, {5, 1, 0, 255}, {0x05, 1}, {255, 0, 255, 255}},
+  };
+  for (const Case &grey : cases) {
+    PngPicture picture = pixel_of(0, grey.depth, grey.samples);
+    picture.transparency = grey.named;
+    const ExpectedPicture expected = expect_png(picture);
+    EXPECT_EQ(expected.rows[0].alpha, grey.alpha) << grey.depth << " bits";
+    check_reader(Format::png, png_file(picture), expected, name_of_form(picture));
+  }
+  PngPicture colour = pixel_of(2, 8, {1, 2, 3, 1, 2, 4});
+  colour.transparency = {9, 1, 8, 2, 7, 3};
+  const ExpectedPicture expected = expect_png(colour);
+  EXPECT_EQ(expected.rows[0].alpha, (Bytes{0, 255}));
+  check_reader(Format::png, png_file(colour), expected, name_of_form(colour));
+}
+
 TEST_F(PngReader, TakesAlphaOfAPaletteAsFarAsItIsTold) {
   for (const uint32_t depth : {2U, 4U, 8U}) {
     PngPicture picture = random_png(3, depth, 15, 6, depth);

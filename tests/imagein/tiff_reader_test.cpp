@@ -176,6 +176,26 @@ TEST_F(TiffReader, SumsPredictedDifferencesAcrossTheWholeBlock) {
   EXPECT_EQ(picture_row(0, 1, 2), greys({16, 10}));
 }
 
+TEST_F(TiffReader, SumsByThreesInRgbAndByOnesElsewhereThoughNoTagSaysHowManySamples) {
+  for (const uint32_t compression : compressions) {
+    TiffPicture colour = picture_of({2, 8, 3, 1}, 2, 2, 2);
+    colour.predictor = 2;
+    colour.data = {{1, 2, 3, 10, 20, 30, 1, 1, 1, 250, 0, 255}};
+    TiffParts parts = tiff_parts(colour, compression);
+    parts.drop(tiff_samples);
+    ASSERT_EQ(read_picture(Format::tiff, tiff_file(parts), store_number), 0);
+    EXPECT_EQ(picture_row(0, 0, 2), (Bytes{1, 2, 3, 11, 22, 33}));
+    EXPECT_EQ(picture_row(0, 1, 2), (Bytes{12, 23, 34, 6, 23, 33}));
+    TiffPicture grey = picture_of({1, 8, 1, 1}, 4, 1, 1);
+    grey.predictor = 2;
+    grey.data = {{10, 1, 5, 250}};
+    parts = tiff_parts(grey, compression);
+    parts.drop(tiff_samples);
+    ASSERT_EQ(read_picture(Format::tiff, tiff_file(parts), store_number), 0);
+    EXPECT_EQ(picture_row(0, 0, 4), greys({10, 11, 16, 10}));
+  }
+}
+
 TEST_F(TiffReader, WarnsOfIndicesPastTheMapInStripsAlone) {
   for (const uint32_t bits : {2U, 4U}) {
     for (const bool strips : {true, false}) {
