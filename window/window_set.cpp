@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The window device's record: birth, defaults and end.
 #include "window/window_set.h"
 
 #include <cstdlib>
@@ -29,6 +31,11 @@ WindowSet *require_window_set(OutputContext *context) {
   }
   auto *set = new (block) WindowSet();
   set->pen_style = default_pen_style;
+  set->colorref = 0xFFFFFF;
+  set->continue_mode = continue_idle;
+  set->previous_slot = no_slot;
+  set->active_cursor = cursor_cross;
+  set->end_cursor = cursor_arrow;
   context->window.window_set = set;
   release_with_context(context, release_window_set);
   return set;

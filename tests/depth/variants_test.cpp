@@ -123,8 +123,8 @@ void compare_spans(ShadeRgbaRows fast_rows) {
     Page fast = before;
     const bool tested = k % 3 != 0;
     context.colours.colour_alpha = static_cast<uint8_t>(k);
-    const Rect clip = {whole(random, 0, before.width - 1), 0,
-                       whole(random, 0, before.width - 1), before.height - 1};
+    const Rect clip = {whole(random, 0, before.width - 1), 0, whole(random, 0, before.width - 1),
+                       before.height - 1};
     Target plain_target = target_of(&plain, &context, tested);
     Target fast_target = target_of(&fast, &context, tested);
     plain_target.clip = plain_target.box = clip;

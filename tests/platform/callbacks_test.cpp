@@ -130,7 +130,10 @@ WindowSlot *change_window(int32_t slot) {
   require_window_set(context);
   output_context->window.pending_window_event = slot + 1;
   WindowSlot *window = &output_context->window.window_set->slots[slot];
-  *window = {11, 12, 13, 14};
+  window->left = 11;
+  window->top = 12;
+  window->seen_width = 13;
+  window->seen_height = 14;
   return window;
 }
 
