@@ -8,6 +8,7 @@
 #include <cstring>
 #include <utility>
 
+#include "base/bmp_format.h"
 #include "base/triples.h"
 #include "imagein/imagein.h"
 #include "quorix/imagein.h"
@@ -16,12 +17,7 @@ namespace quorix {
 
 namespace {
 
-enum Compression : uint32_t { not_compressed = 0, run_length_8 = 1, run_length_4 = 2 };
-
-constexpr uint64_t table_entries = 256;
-constexpr uint64_t table_entry_bytes = 4;
 constexpr uint64_t read_at_once = 256 * 1024;  // rows are read in blocks of about that many bytes
-constexpr uint64_t row_group = 4;              // rows are multiples of it
 constexpr size_t colour_bytes = 4;             // as looked up: the fourth is overwritten again
 
 struct BmpFile {
@@ -30,28 +26,28 @@ struct BmpFile {
   int32_t width, height;
   uint32_t bits;  // of a pixel
   uint32_t compression;
-  uint8_t colours[table_entries][colour_bytes];
+  uint8_t colours[bmp_table_entries][colour_bytes];
 };
 
 // ---- header
 
 bool read_header(BmpFile *bmp) {
   ByteSource *const source = bmp->source;
-  skip_bytes(source, 18);  // signature, sizes and offset
+  seek_source(source, bmp_width_at);
   bmp->width = read_i32_le(source);
   bmp->height = std::max(read_i32_le(source), 0);
-  skip_bytes(source, 2);  // planes
+  seek_source(source, bmp_bits_at);
   bmp->bits = read_u16_le(source);
   bmp->compression = read_u32_le(source);
-  skip_bytes(source, 12);  // size of the pixels, resolutions
+  seek_source(source, bmp_colours_used_at);
   return !source->failed && bmp->width > 0;
 }
 
 // Run lengths have one depth each, and 24 bits have none. What is not known decodes nothing.
 bool is_consistent(const BmpFile &bmp) {
-  if (bmp.compression == run_length_8) return bmp.bits == 8;
-  if (bmp.compression == run_length_4) return bmp.bits == 4;
-  return bmp.bits != 24 || bmp.compression == not_compressed;
+  if (bmp.compression == bmp_run_length_8) return bmp.bits == 8;
+  if (bmp.compression == bmp_run_length_4) return bmp.bits == 4;
+  return bmp.bits != 24 || bmp.compression == bmp_plain;
 }
 
 // The table has black beyond its end. It may be longer than a pixel can tell; a file that ends
@@ -59,18 +55,19 @@ bool is_consistent(const BmpFile &bmp) {
 void read_colour_table(BmpFile *bmp) {
   ByteSource *const source = bmp->source;
   const uint64_t told = read_u32_le(source);
-  skip_bytes(source, 4);  // important colours
+  seek_source(source, bmp_headers_bytes);
   if (bmp->bits >= 24) return;
   const uint64_t count = told != 0 ? told : uint64_t{1} << bmp->bits;
-  const uint64_t held = bytes_left(*source) / table_entry_bytes;
-  for (uint64_t i = 0; i < std::min({count, held, table_entries}); ++i) {
-    uint8_t entry[table_entry_bytes];
+  const uint64_t held = bytes_left(*source) / bmp_table_entry_bytes;
+  for (uint64_t i = 0; i < std::min<uint64_t>({count, held, bmp_table_entries}); ++i) {
+    uint8_t entry[bmp_table_entry_bytes];
     read_bytes(source, entry, sizeof entry);
     for (size_t k = 0; k < rgb_bytes; ++k)
       bmp->colours[i][k] = entry[2 - k];  // blue stands first
   }
-  if (count > table_entries)
-    skip_bytes(source, std::min((count - table_entries) * table_entry_bytes, bytes_left(*source)));
+  if (count > bmp_table_entries)
+    skip_bytes(source,
+               std::min((count - bmp_table_entries) * bmp_table_entry_bytes, bytes_left(*source)));
 }
 
 // ---- rows
@@ -79,7 +76,7 @@ void read_colour_table(BmpFile *bmp) {
 // told shorter than their pixels need, down to nothing. Those pixels have index 0.
 uint64_t stride(const BmpFile &bmp) {
   const uint64_t bytes = static_cast<uint64_t>(bmp.width) * bmp.bits / 8;
-  return (bytes + row_group - 1) / row_group * row_group;
+  return (bytes + bmp_row_group - 1) / bmp_row_group * bmp_row_group;
 }
 
 // Four bytes, of which the last belongs to the next pixel or to the slack behind the row.
@@ -196,7 +193,7 @@ uint8_t *extend_runs(BmpFile *bmp, RunRow *runs, uint32_t count) {
 
 // Pixels of one colour, or of two by turns.
 void repeat_pixels(BmpFile *bmp, RunRow *runs, uint32_t count, uint32_t value) {
-  const bool nibbles = bmp->compression == run_length_4;
+  const bool nibbles = bmp->compression == bmp_run_length_4;
   const uint32_t even = nibbles ? value >> 4 : value;
   const uint32_t odd = nibbles ? value & 15 : value;
   uint8_t *rgb = extend_runs(bmp, runs, count);
@@ -207,7 +204,7 @@ void repeat_pixels(BmpFile *bmp, RunRow *runs, uint32_t count, uint32_t value) {
 // Pixels as they stand; false where the file ends within them. Kept: an odd number of them is
 // followed by a byte that fills up, with 4 bits too.
 bool literal_pixels(BmpFile *bmp, RunRow *runs, uint32_t count) {
-  const bool nibbles = bmp->compression == run_length_4;
+  const bool nibbles = bmp->compression == bmp_run_length_4;
   uint8_t bytes[256];
   read_bytes(bmp->source, bytes, (nibbles ? (count + 1) / 2 : count) + count % 2);
   if (bmp->source->failed) return false;
@@ -220,8 +217,6 @@ bool literal_pixels(BmpFile *bmp, RunRow *runs, uint32_t count) {
   return true;
 }
 
-enum RunCode : uint8_t { end_of_line = 0, end_of_bitmap = 1, delta = 2 };
-
 int32_t read_runs(BmpFile *bmp, RunRow *runs) {
   ByteSource *const source = bmp->source;
   for (;;) {
@@ -230,11 +225,11 @@ int32_t read_runs(BmpFile *bmp, RunRow *runs) {
     if (source->failed) return reader_bad_format;
     if (count != 0) {
       repeat_pixels(bmp, runs, count, code);
-    } else if (code == end_of_bitmap) {
+    } else if (code == bmp_end_of_bitmap) {
       return reader_done;
-    } else if (code == end_of_line) {
+    } else if (code == bmp_end_of_line) {
       move_to(bmp, runs, 0, runs->row + 1);
-    } else if (code == delta) {
+    } else if (code == bmp_delta) {
       const int64_t right = read_u8(source);
       const int64_t up = read_u8(source);
       if (source->failed) return reader_bad_format;
@@ -265,10 +260,10 @@ int32_t decode_bmp(ByteSource *source, RowSink *sink) {
   if (source->failed) return reader_bad_format;
   if (!start_picture(sink, {bmp.width, bmp.height})) return reader_no_memory;
   if (bmp.height == 0) return reader_done;
-  if (bmp.compression == run_length_8 || bmp.compression == run_length_4)
+  if (bmp.compression == bmp_run_length_8 || bmp.compression == bmp_run_length_4)
     return read_run_lengths(&bmp);
   const bool known = bmp.bits == 1 || bmp.bits == 4 || bmp.bits == 8 || bmp.bits == 24;
-  return known && bmp.compression == not_compressed ? read_plain_rows(&bmp) : int32_t{reader_done};
+  return known && bmp.compression == bmp_plain ? read_plain_rows(&bmp) : int32_t{reader_done};
 }
 
 }  // namespace

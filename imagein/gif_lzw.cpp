@@ -10,7 +10,6 @@ namespace {
 
 constexpr uint32_t after_clear = UINT32_MAX;   // in place of an old code
 constexpr uint32_t at_start = UINT32_MAX - 1;  // the same, and the end code may follow
-constexpr uint32_t longest_code = 12;          // bits
 
 uint64_t load_word(const uint8_t *bytes) {
   uint64_t word = 0;
@@ -58,7 +57,7 @@ void forget_codes(GifDecoder *gif) {
 void add_code(GifDecoder *gif, uint8_t pixel) {
   gif->strings[gif->next] = longer_string(gif->strings[gif->old], gif->old, pixel);
   gif->next += 1;
-  if (gif->next == gif->limit && gif->code_size < longest_code) {
+  if (gif->next == gif->limit && gif->code_size < gif_longest_code) {
     gif->code_size += 1;
     gif->limit *= 2;
   }
@@ -66,10 +65,10 @@ void add_code(GifDecoder *gif, uint8_t pixel) {
 
 // The string of a code that stands for pixels; null if it does not.
 const LzwString *take_code(GifDecoder *gif, uint32_t code) {
-  const bool prefixed = gif->old < lzw_codes;
+  const bool prefixed = gif->old < gif_codes;
   const bool known = prefixed ? code <= gif->next : code < gif->clear;
   if (!known) return nullptr;
-  if (prefixed && gif->next < lzw_codes) {
+  if (prefixed && gif->next < gif_codes) {
     add_code(gif, gif->strings[code == gif->next ? gif->old : code].first);
   }
   gif->old = code;

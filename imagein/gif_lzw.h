@@ -35,13 +35,13 @@ struct GifDecoder {
   uint32_t bit_count;
   uint32_t code_size;
   uint32_t clear;  // the clear code; the end code is the next
-  uint32_t next;   // the next new code, lzw_codes where there is no room for more
+  uint32_t next;   // the next new code, gif_codes where there is no room for more
   uint32_t limit;  // the value of `next` at which codes become one bit longer
   uint32_t old;    // the code before, or none of them after a clear code
   LzwString *strings;
 };
 
-// Starts at the byte with the minimum code size; `strings` has room for lzw_codes. A size other
+// Starts at the byte with the minimum code size; `strings` has room for gif_codes. A size other
 // than 2 to 11 leaves a state of damage.
 void start_gif(GifDecoder *gif, LzwString *strings, const uint8_t *bytes, const uint8_t *end);
 

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/gif_format.h"
 #include "imagein/gif_lzw.h"
 #include "imagein/imagein.h"
 #include "imagein/samples.h"
@@ -22,10 +23,6 @@ namespace quorix {
 
 namespace {
 
-constexpr uint8_t descriptor_mark = 0x2C;
-constexpr uint8_t extension_mark = 0x21;
-constexpr uint8_t table_flag = 0x80;
-constexpr uint8_t interlace_flag = 0x40;
 constexpr size_t group_pixels = 16384;  // decoded before rows are sent, and at least a row
 
 struct GifImage {
@@ -33,13 +30,13 @@ struct GifImage {
   int32_t width, height;
   bool interlaced;
   bool has_colours;
-  uint32_t colours[256];
+  uint32_t colours[gif_table_entries];
 };
 
 // ---- header
 
 void read_colours(ByteSource *bytes, uint8_t flags, GifImage *image) {
-  const size_t entries = size_t{1} << ((flags & 7) + 1);
+  const size_t entries = size_t{1} << ((flags & gif_table_bits) + 1);
   image->has_colours = true;
   std::memset(image->colours, 0, sizeof image->colours);
   for (size_t i = 0; i < entries; ++i) {
@@ -50,19 +47,18 @@ void read_colours(ByteSource *bytes, uint8_t flags, GifImage *image) {
 }
 
 void read_screen(ByteSource *bytes, GifImage *image) {
-  constexpr uint64_t signature_bytes = 6;
-  skip_bytes(bytes, signature_bytes);
+  skip_bytes(bytes, gif_signature_bytes);
   image->screen_width = read_u16_le(bytes);
   image->screen_height = read_u16_le(bytes);
   const uint8_t flags = read_u8(bytes);
   skip_bytes(bytes, 2);  // background, aspect
-  if ((flags & table_flag) != 0) read_colours(bytes, flags, image);
+  if ((flags & gif_has_table) != 0) read_colours(bytes, flags, image);
 }
 
 // Kept: whatever stands before the first such byte is skipped, even where that byte belongs to an
 // extension.
 void find_descriptor(ByteSource *bytes) {
-  while (read_u8(bytes) != descriptor_mark && !bytes->failed) {
+  while (read_u8(bytes) != gif_image_mark && !bytes->failed) {
   }
 }
 
@@ -71,8 +67,8 @@ void read_descriptor(ByteSource *bytes, GifImage *image) {
   image->width = read_u16_le(bytes);
   image->height = read_u16_le(bytes);
   const uint8_t flags = read_u8(bytes);
-  image->interlaced = (flags & interlace_flag) != 0;
-  if ((flags & table_flag) != 0) read_colours(bytes, flags, image);
+  image->interlaced = (flags & gif_interlaced) != 0;
+  if ((flags & gif_has_table) != 0) read_colours(bytes, flags, image);
 }
 
 // ---- rows
@@ -123,7 +119,7 @@ size_t send_rows(GifRows *rows, const uint8_t *indices, size_t count) {
 const uint8_t *behind_blocks(const uint8_t *at, const uint8_t *end) {
   while (at != end) {
     const size_t length = *at++;
-    if (length == 0) return at;
+    if (length == gif_blocks_end) return at;
     at += std::min(length, static_cast<size_t>(end - at));
   }
   return nullptr;
@@ -134,9 +130,9 @@ const uint8_t *behind_blocks(const uint8_t *at, const uint8_t *end) {
 // Nothing behind it is read.
 bool ends_well(const uint8_t *at, const uint8_t *end) {
   if (behind_blocks(at, end) != nullptr) return true;
-  const bool extended = end - at >= 2 && *at == extension_mark;
+  const bool extended = end - at >= 2 && *at == gif_extension_mark;
   const uint8_t *const behind = extended ? behind_blocks(at + 2, end) : nullptr;
-  return behind != nullptr && behind != end && *behind == 0;
+  return behind != nullptr && behind != end && *behind == gif_blocks_end;
 }
 
 struct GifBuffers {
@@ -146,7 +142,7 @@ struct GifBuffers {
 };
 
 bool get_buffers(size_t width, size_t group, GifBuffers *buffers) {
-  buffers->strings = allocate_array<LzwString>(lzw_codes);
+  buffers->strings = allocate_array<LzwString>(gif_codes);
   buffers->indices = allocate_array<uint8_t>(width + group + lzw_spill);
   buffers->rgb = allocate_array<uint8_t>(width * rgb_bytes + 1);
   return buffers->strings != nullptr && buffers->indices != nullptr && buffers->rgb != nullptr;

@@ -12,14 +12,14 @@
 #include <cstdint>
 #include <cstring>
 
-namespace quorix {
+#include "base/gif_format.h"
 
-inline constexpr size_t lzw_codes = 4096;
+namespace quorix {
 
 inline constexpr size_t lzw_piece = 8;
 
 // The longest string, and the bytes of nothing that may be written behind any.
-inline constexpr size_t lzw_spill = lzw_codes + lzw_piece;
+inline constexpr size_t lzw_spill = gif_codes + lzw_piece;
 
 struct LzwString {
   uint64_t tail;  // the last piece, its first byte lowest

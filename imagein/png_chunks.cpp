@@ -12,20 +12,13 @@ namespace quorix {
 
 namespace {
 
-constexpr size_t word_bytes = 4;
-constexpr size_t header_start = 8 + 2 * word_bytes;  // behind signature, length and name
-constexpr size_t header_bytes = 13;
+constexpr size_t header_at = sizeof png_signature + png_data_at;  // the data of the first chunk
 
 struct Chunk {
-  uint32_t name;
+  PngChunk name;
   const uint8_t *data;
   size_t bytes;  // those that are there
 };
-
-constexpr uint32_t chunk_name(char a, char b, char c, char d) {
-  return static_cast<uint32_t>(a) << 24 | static_cast<uint32_t>(b) << 16 |
-         static_cast<uint32_t>(c) << 8 | static_cast<uint32_t>(d);
-}
 
 uint32_t word_at(const uint8_t *bytes) {
   return uint32_t{bytes[0]} << 24 | uint32_t{bytes[1]} << 16 | uint32_t{bytes[2]} << 8 | bytes[3];
@@ -35,33 +28,33 @@ bool is_one_of(uint8_t depth, std::initializer_list<int> depths) {
   return std::find(depths.begin(), depths.end(), int{depth}) != depths.end();
 }
 
-bool standard_has(uint8_t colour, uint8_t depth) {
+bool standard_has(PngColour colour, uint8_t depth) {
   switch (colour) {
-    case 0:
+    case PngColour::grey:
       return is_one_of(depth, {1, 2, 4, 8, 16});
-    case 3:
+    case PngColour::palette:
       return is_one_of(depth, {1, 2, 4, 8});
-    case 2:
-    case 4:
-    case 6:
+    case PngColour::rgb:
+    case PngColour::grey_alpha:
+    case PngColour::rgb_alpha:
       return is_one_of(depth, {8, 16});
-    default:
-      return false;
   }
+  return false;
 }
 
 bool read_header(const WholeFile &file, PngHeader *header) {
-  if (file.size < header_start + header_bytes) return false;
-  const uint8_t *const at = file.bytes.get() + header_start;
-  const uint32_t width = word_at(at);
-  const uint32_t height = word_at(at + word_bytes);
+  if (file.size < header_at + png_header_bytes) return false;
+  const uint8_t *const at = file.bytes.get() + header_at;
+  const uint32_t width = word_at(at + png_width_at);
+  const uint32_t height = word_at(at + png_height_at);
+  const auto colour = static_cast<PngColour>(at[png_colour_at]);
   if (width == 0 || width > INT32_MAX || height == 0 || height > INT32_MAX) return false;
-  if (!standard_has(at[9], at[8])) return false;
+  if (!standard_has(colour, at[png_depth_at])) return false;
   header->width = static_cast<int32_t>(width);
   header->height = static_cast<int32_t>(height);
-  header->depth = at[8];
-  header->colour = static_cast<PngColour>(at[9]);
-  header->interlaced = at[12] == 1;
+  header->depth = at[png_depth_at];
+  header->colour = colour;
+  header->interlaced = at[png_interlace_at] == png_adam7;
   return true;
 }
 
@@ -81,13 +74,13 @@ void keep_transparency(const Chunk &chunk, PngHeader *header) {
 
 // A palette index is left in the first byte until the palette is known.
 void keep_background(const Chunk &chunk, PngHeader *header) {
-  uint8_t data[6] = {};
+  uint8_t data[3 * png_sample_word] = {};
   std::memcpy(data, chunk.data, std::min(chunk.bytes, sizeof data));
-  const int byte = header->depth == 16 ? 0 : 1;  // of a sample of two bytes
-  const int step = header->colour == PngColour::rgb || header->colour == PngColour::rgb_alpha;
+  const size_t byte = header->depth == 16 ? 0 : 1;  // of a sample's two
+  const bool grey = header->colour != PngColour::rgb && header->colour != PngColour::rgb_alpha;
   header->has_background = true;
-  for (int k = 0; k < 3; ++k)
-    header->background[k] = data[2 * k * step + byte];
+  for (size_t k = 0; k < 3; ++k)
+    header->background[k] = data[(grey ? 0 : png_sample_word * k) + byte];
   if (header->colour == PngColour::palette) header->background[0] = data[0];
 }
 
@@ -106,14 +99,15 @@ void append_data(const Chunk &chunk, uint8_t **stream, PngHeader *header) {
 
 // False behind the last chunk.
 bool next_chunk(const WholeFile &file, size_t *position, Chunk *chunk) {
-  if (file.size - *position < 2 * word_bytes) return false;
+  if (file.size - *position < png_data_at) return false;
   const uint8_t *const at = file.bytes.get() + *position;
   const size_t length = word_at(at);
-  const size_t left = file.size - *position - 2 * word_bytes;
-  *chunk = {word_at(at + word_bytes), at + 2 * word_bytes, std::min(length, left)};
+  const size_t left = file.size - *position - png_data_at;
+  const auto name = static_cast<PngChunk>(word_at(at + png_word_bytes));
+  *chunk = {name, at + png_data_at, std::min(length, left)};
   const size_t behind = left - chunk->bytes;
-  *position = file.size - (behind - std::min(behind, word_bytes));  // over the CRC
-  return chunk->name != chunk_name('I', 'E', 'N', 'D');
+  *position = file.size - (behind - std::min(behind, png_word_bytes));  // over the CRC
+  return name != PngChunk::end;
 }
 
 }  // namespace
@@ -145,13 +139,13 @@ bool read_png_chunks(WholeFile *file, PngHeader *header) {
   *header = {};
   if (!read_header(*file, header)) return false;
   uint8_t *stream = nullptr;
-  size_t position = std::min(file->size, header_start + header_bytes + word_bytes);
+  size_t position = std::min(file->size, header_at + png_header_bytes + png_word_bytes);
   Chunk chunk;
   while (next_chunk(*file, &position, &chunk)) {
-    if (chunk.name == chunk_name('P', 'L', 'T', 'E')) keep_palette(chunk, header);
-    if (chunk.name == chunk_name('t', 'R', 'N', 'S')) keep_transparency(chunk, header);
-    if (chunk.name == chunk_name('b', 'K', 'G', 'D')) keep_background(chunk, header);
-    if (chunk.name == chunk_name('I', 'D', 'A', 'T')) append_data(chunk, &stream, header);
+    if (chunk.name == PngChunk::palette) keep_palette(chunk, header);
+    if (chunk.name == PngChunk::transparency) keep_transparency(chunk, header);
+    if (chunk.name == PngChunk::background) keep_background(chunk, header);
+    if (chunk.name == PngChunk::data) append_data(chunk, &stream, header);
   }
   header->stream = stream;
   look_up_background(header);

@@ -6,11 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/png_format.h"
 #include "imagein/whole_file.h"
 
 namespace quorix {
-
-enum class PngColour : uint8_t { grey = 0, rgb = 2, palette = 3, grey_alpha = 4, rgb_alpha = 6 };
 
 struct PngHeader {
   int32_t width, height;  // at least 1
@@ -18,13 +17,14 @@ struct PngHeader {
   PngColour colour;
   bool interlaced;
   bool has_background;
-  bool has_transparency;     // a tRNS chunk where the colour can have one
-  uint8_t background[3];     // as RGB
-  size_t palette_bytes;      // as the chunk has them, which may be more or fewer than fit
-  uint8_t palette[3 * 256];  // RGB triples, zeros behind the last
+  bool has_transparency;  // a tRNS chunk where the colour can have one
+  uint8_t background[3];  // as RGB
+  size_t palette_bytes;   // as the chunk has them, which may be more or fewer than fit
+  uint8_t palette[3 * png_palette_entries];  // RGB triples, zeros behind the last
   size_t transparency_bytes;
-  uint8_t transparency[256];  // an alpha per palette entry, or a transparent colour; then zeros
-  const uint8_t *stream;      // all IDAT chunks in one piece, in the file's memory
+  // An alpha per palette entry, or the samples of a transparent colour; then zeros.
+  uint8_t transparency[png_palette_entries];
+  const uint8_t *stream;  // all IDAT chunks in one piece, in the file's memory
   size_t stream_bytes;
 };
 

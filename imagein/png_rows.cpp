@@ -28,8 +28,9 @@ void fill_greys(const PngHeader &header, uint32_t *colours) {
 
 // Indices outside the palette get entry 0's colour and alpha.
 void fill_palette_colours(const PngHeader &header, PngRows *rows) {
-  rows->first_bad_index = static_cast<uint32_t>(std::min<size_t>(header.palette_bytes / 3, 256));
-  for (uint32_t i = 0; i < 256; ++i) {
+  rows->first_bad_index =
+      static_cast<uint32_t>(std::min<size_t>(header.palette_bytes / 3, png_palette_entries));
+  for (uint32_t i = 0; i < png_palette_entries; ++i) {
     const size_t index = i < rows->first_bad_index ? i : 0;
     const uint8_t *const rgb = header.palette + 3 * index;
     const bool known = index < header.transparency_bytes;
@@ -177,7 +178,7 @@ bool prepare_png_rows(const PngHeader &header, PngRows *rows) {
   rows->header = &header;
   rows->bad_index = false;
   rows->blends = has_alpha_samples(header) && header.has_background;
-  rows->first_bad_index = 256;
+  rows->first_bad_index = png_palette_entries;
   if (header.colour == PngColour::palette) fill_palette_colours(header, rows);
   if (header.colour == PngColour::grey && header.depth <= 8) fill_greys(header, rows->colours);
   const size_t room = room_for_pixels(header);

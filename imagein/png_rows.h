@@ -16,7 +16,8 @@ struct PngRows {
   bool bad_index;  // some pixel's index lay outside the palette
   bool blends;     // alpha goes into the colours, against the background
   uint32_t first_bad_index;
-  uint32_t colours[256];  // by grey value or index: alpha << 24 | blue << 16 | green << 8 | red
+  uint32_t colours[png_palette_entries];  // by grey value or index: alpha << 24 | blue << 16 |
+                                          // green << 8 | red
   // A row's pixels. What a conversion does not write stays as it was.
   OwnedArray<uint8_t> rgb;
   OwnedArray<uint8_t> alpha;    // where the picture has an alpha

@@ -6,15 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace quorix {
+#include "base/png_format.h"
 
-enum PngFilter : uint8_t {
-  png_none = 0,
-  png_sub = 1,      // from the pixel on the left
-  png_up = 2,       // from the one above
-  png_average = 3,  // from the mean of both
-  png_paeth = 4,    // from whichever of left, above and upper left is nearest to their gradient
-};
+namespace quorix {
 
 // What one load of a pixel may reach beyond the end of a row.
 inline constexpr size_t png_row_spill = 8;

@@ -16,33 +16,13 @@ namespace quorix {
 
 namespace {
 
-enum Tag : uint16_t {
-  image_width = 256,
-  image_length = 257,
-  bits_per_sample = 258,
-  compression = 259,
-  photometric = 262,
-  strip_offsets = 273,
-  samples_per_pixel = 277,
-  rows_per_strip = 278,
-  strip_byte_counts = 279,
-  planar_configuration = 284,
-  predictor = 317,
-  colour_map = 320,
-  tile_width = 322,
-  tile_length = 323,
-  tile_offsets = 324,
-  tile_byte_counts = 325,
-  sample_format = 339,
-};
-
-constexpr uint16_t first_tag = image_width;
-constexpr size_t tag_count = sample_format - first_tag + 1;
-constexpr uint64_t entry_bytes = 12;
+// Tags from the first to the last that is looked at.
+constexpr auto first_tag = static_cast<uint16_t>(TiffTag::image_width);
+constexpr size_t tag_count = static_cast<uint16_t>(TiffTag::sample_format) - first_tag + 1;
 constexpr uint32_t most_told_samples = 3;
 
 struct Entry {
-  uint16_t type;
+  TiffType type;
   uint32_t count;         // 0: there is none
   uint64_t inline_value;  // position in the file of the four bytes that are value or offset
 };
@@ -53,11 +33,11 @@ struct Directory {
   Entry entries[tag_count];
 };
 
-const Entry &entry_of(const Directory &directory, Tag tag) {
-  return directory.entries[tag - first_tag];
+const Entry &entry_of(const Directory &directory, TiffTag tag) {
+  return directory.entries[static_cast<uint16_t>(tag) - first_tag];
 }
 
-bool is_there(const Directory &directory, Tag tag) {
+bool is_there(const Directory &directory, TiffTag tag) {
   return entry_of(directory, tag).count != 0;
 }
 
@@ -67,10 +47,10 @@ void gather_entry(Directory *directory) {
   ByteSource *const source = directory->source;
   const uint16_t tag = read_u16(source, directory->order);
   Entry entry;
-  entry.type = read_u16(source, directory->order);
+  entry.type = static_cast<TiffType>(read_u16(source, directory->order));
   entry.count = read_u32(source, directory->order);
   entry.inline_value = source_position(*source);
-  skip_bytes(source, 4);
+  skip_bytes(source, tiff_inline_bytes);
   const bool known = tag >= first_tag && tag - first_tag < static_cast<int>(tag_count);
   if (known && !source->failed) directory->entries[tag - first_tag] = entry;
 }
@@ -80,7 +60,7 @@ bool gather_entries(Directory *directory) {
   const uint32_t offset = read_u32(source, directory->order);
   seek_source(source, offset);
   const uint16_t count = read_u16(source, directory->order);
-  if (!fits(*source, count, entry_bytes)) return false;
+  if (!fits(*source, count, tiff_entry_bytes)) return false;
   for (uint16_t i = 0; i < count; ++i)
     gather_entry(directory);
   return !source->failed;
@@ -88,12 +68,9 @@ bool gather_entries(Directory *directory) {
 
 // ---- values: bytes, words of 16 bits, or 32 bits whatever else the type
 
-constexpr uint16_t byte_type = 1;
-constexpr uint16_t short_type = 3;
-
 uint64_t value_bytes(const Entry &entry) {
-  if (entry.type == byte_type) return 1;
-  return entry.type == short_type ? 2 : 4;
+  if (entry.type == TiffType::bytes) return 1;
+  return entry.type == TiffType::shorts ? 2 : 4;
 }
 
 // Goes to an entry's values, beginning with number `first`; they stand in the entry itself if they
@@ -102,20 +79,21 @@ bool find_values(const Directory &directory, const Entry &entry, uint64_t first,
   ByteSource *const source = directory.source;
   const uint64_t size = value_bytes(entry);
   seek_source(source, entry.inline_value);
-  if (entry.count * size > 4) seek_source(source, read_u32(source, directory.order));
+  if (entry.count * size > tiff_inline_bytes)
+    seek_source(source, read_u32(source, directory.order));
   const bool there = fits(*source, first + count, size);
   skip_bytes(source, there ? first * size : UINT64_MAX);
   return there;
 }
 
 uint32_t next_value(const Directory &directory, const Entry &entry) {
-  if (entry.type == byte_type) return read_u8(directory.source);
-  if (entry.type == short_type) return read_u16(directory.source, directory.order);
+  if (entry.type == TiffType::bytes) return read_u8(directory.source);
+  if (entry.type == TiffType::shorts) return read_u16(directory.source, directory.order);
   return read_u32(directory.source, directory.order);
 }
 
 // The first value of a tag, or `standard` where there is none.
-uint32_t value_of(const Directory &directory, Tag tag, uint32_t standard) {
+uint32_t value_of(const Directory &directory, TiffTag tag, uint32_t standard) {
   const Entry &entry = entry_of(directory, tag);
   if (entry.count == 0 || !find_values(directory, entry, 0, 1)) return standard;
   return next_value(directory, entry);
@@ -123,7 +101,7 @@ uint32_t value_of(const Directory &directory, Tag tag, uint32_t standard) {
 
 // Up to three values of a tag that has one per sample, which must be equal. Returns how many; 0 if
 // they differ.
-uint32_t equal_values(const Directory &directory, Tag tag, uint32_t *value) {
+uint32_t equal_values(const Directory &directory, TiffTag tag, uint32_t *value) {
   const Entry &entry = entry_of(directory, tag);
   const uint32_t count = std::min(entry.count, most_told_samples);
   if (!find_values(directory, entry, 0, count)) return 0;
@@ -142,49 +120,52 @@ bool is_one_of(uint32_t value, std::initializer_list<uint32_t> values) {
 
 bool take_samples(const Directory &directory, TiffFile *tiff) {
   tiff->bits = tiff->total_bits = 1;
-  if (is_there(directory, bits_per_sample)) {
-    const uint32_t told = equal_values(directory, bits_per_sample, &tiff->bits);
+  if (is_there(directory, TiffTag::bits_per_sample)) {
+    const uint32_t told = equal_values(directory, TiffTag::bits_per_sample, &tiff->bits);
     if (told == 0 || !is_one_of(tiff->bits, {1, 2, 4, 8, 16, 32})) return false;
     tiff->total_bits = told * tiff->bits;
   }
-  uint32_t format = 1;
-  if (is_there(directory, sample_format)) {
-    const uint32_t told = equal_values(directory, sample_format, &format);
-    if (told == 0 || !is_one_of(format, {1, 3})) return false;
+  uint32_t format = tiff_unsigned_samples;
+  if (is_there(directory, TiffTag::sample_format)) {
+    const uint32_t told = equal_values(directory, TiffTag::sample_format, &format);
+    if (told == 0 || !is_one_of(format, {tiff_unsigned_samples, tiff_float_samples})) return false;
   }
-  tiff->is_float = format == 3;
-  tiff->samples = value_of(directory, samples_per_pixel, 0);
-  if (is_there(directory, samples_per_pixel) && !is_one_of(tiff->samples, {1, 3, 5})) return false;
+  tiff->is_float = format == tiff_float_samples;
+  tiff->samples = value_of(directory, TiffTag::samples_per_pixel, 0);
+  if (is_there(directory, TiffTag::samples_per_pixel) && !is_one_of(tiff->samples, {1, 3, 5}))
+    return false;
   return tiff->bits != 32 || tiff->samples == 1 || tiff->is_float;
 }
 
 // Where a strip is as tall as the picture, the file may tell 0xFFFFFFFF rows.
 bool take_geometry(const Directory &directory, TiffFile *tiff) {
-  const uint32_t width = value_of(directory, image_width, 0);
-  const uint32_t height = value_of(directory, image_length, 0);
+  const uint32_t width = value_of(directory, TiffTag::image_width, 0);
+  const uint32_t height = value_of(directory, TiffTag::image_length, 0);
   if (width == 0 || width > INT32_MAX || height == 0 || height > INT32_MAX) return false;
   tiff->width = static_cast<int32_t>(width);
   tiff->height = static_cast<int32_t>(height);
-  tiff->tiled = !is_there(directory, strip_offsets);
-  if (tiff->tiled && !is_there(directory, tile_offsets)) return false;
-  tiff->block_width = tiff->tiled ? value_of(directory, tile_width, 0) : width;
-  tiff->block_rows = tiff->tiled ? value_of(directory, tile_length, 0)
-                                 : std::min(value_of(directory, rows_per_strip, height), height);
+  tiff->tiled = !is_there(directory, TiffTag::strip_offsets);
+  if (tiff->tiled && !is_there(directory, TiffTag::tile_offsets)) return false;
+  tiff->block_width = tiff->tiled ? value_of(directory, TiffTag::tile_width, 0) : width;
+  tiff->block_rows = tiff->tiled
+                         ? value_of(directory, TiffTag::tile_length, 0)
+                         : std::min(value_of(directory, TiffTag::rows_per_strip, height), height);
   return tiff->block_width != 0 && tiff->block_rows != 0;
 }
 
 bool take_form(const Directory &directory, TiffFile *tiff) {
-  tiff->compression = value_of(directory, compression, tiff_raw);
-  tiff->photometric = value_of(directory, photometric, tiff_white_is_zero);
-  const uint32_t prediction = value_of(directory, predictor, 1);
-  tiff->adds_up = prediction == 2;
+  tiff->compression = value_of(directory, TiffTag::compression, tiff_raw);
+  tiff->photometric = value_of(directory, TiffTag::photometric, tiff_white_is_zero);
+  const uint32_t prediction = value_of(directory, TiffTag::predictor, tiff_no_predictor);
+  tiff->adds_up = prediction == tiff_differences;
   if (!is_one_of(tiff->compression, {tiff_raw, tiff_lzw, tiff_packbits})) return false;
-  if (tiff->photometric > tiff_palette || value_of(directory, planar_configuration, 1) == 2)
+  if (tiff->photometric > tiff_palette ||
+      value_of(directory, TiffTag::planar_configuration, tiff_together) == tiff_separate)
     return false;
   if (tiff->samples == 5 && tiff->compression != tiff_raw) return false;
-  if (prediction > 2 || (tiff->adds_up && tiff->bits != 8)) return false;
+  if (prediction > tiff_differences || (tiff->adds_up && tiff->bits != 8)) return false;
   if (tiff->photometric != tiff_palette) return true;
-  return tiff->total_bits <= 8 && entry_of(directory, colour_map).count >= 3;
+  return tiff->total_bits <= 8 && entry_of(directory, TiffTag::colour_map).count >= 3;
 }
 
 // ---- arrays
@@ -211,8 +192,10 @@ int32_t work_out_size(TiffFile *tiff) {
 }
 
 int32_t take_blocks(const Directory &directory, TiffFile *tiff) {
-  const Entry &offsets = entry_of(directory, tiff->tiled ? tile_offsets : strip_offsets);
-  const Entry &sizes = entry_of(directory, tiff->tiled ? tile_byte_counts : strip_byte_counts);
+  const Entry &offsets =
+      entry_of(directory, tiff->tiled ? TiffTag::tile_offsets : TiffTag::strip_offsets);
+  const Entry &sizes =
+      entry_of(directory, tiff->tiled ? TiffTag::tile_byte_counts : TiffTag::strip_byte_counts);
   uint64_t blocks = offsets.count;
   if (tiff->tiled) {
     const int64_t across = (tiff->width - 1) / tiff->block_width + 1;
@@ -229,7 +212,7 @@ int32_t take_blocks(const Directory &directory, TiffFile *tiff) {
 
 bool take_map(const Directory &directory, TiffFile *tiff) {
   if (tiff->photometric != tiff_palette) return true;
-  const Entry &entry = entry_of(directory, colour_map);
+  const Entry &entry = entry_of(directory, TiffTag::colour_map);
   tiff->map_entries = entry.count / 3;
   const size_t kept = std::min<size_t>(tiff->map_entries, 256);
   for (size_t plane = 0; plane < 3; ++plane) {
@@ -241,16 +224,17 @@ bool take_map(const Directory &directory, TiffFile *tiff) {
 }
 
 bool has_sizes_for_all(const Directory &directory) {
-  const uint32_t strips = entry_of(directory, strip_offsets).count;
-  const uint32_t sizes = entry_of(directory, strip_byte_counts).count;
+  const uint32_t strips = entry_of(directory, TiffTag::strip_offsets).count;
+  const uint32_t sizes = entry_of(directory, TiffTag::strip_byte_counts).count;
   return sizes == 0 || sizes >= strips;
 }
 
 bool read_mark(ByteSource *source, TiffMark mark, ByteOrder *order) {
   uint8_t bytes[4];  // of which the last two, a version, are not looked at
   read_bytes(source, bytes, sizeof bytes);
-  *order = bytes[0] == 'I' ? ByteOrder::little : ByteOrder::big;
-  const bool known = bytes[0] == bytes[1] && (bytes[0] == 'I' || bytes[0] == 'M');
+  *order = bytes[0] == tiff_little_endian ? ByteOrder::little : ByteOrder::big;
+  const bool known =
+      bytes[0] == bytes[1] && (bytes[0] == tiff_little_endian || bytes[0] == tiff_big_endian);
   return !source->failed && (known || mark == TiffMark::lenient);
 }
 

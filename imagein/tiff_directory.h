@@ -8,6 +8,7 @@
 
 #include "base/byte_source.h"
 #include "base/memory.h"
+#include "base/tiff_format.h"
 #include "imagein/imagein.h"
 
 namespace quorix {
@@ -15,15 +16,6 @@ namespace quorix {
 enum TiffStatus : int32_t {
   tiff_unsupported = -11,
   tiff_corrupt = -12,  // compressed data; also where a caller's array is too small
-};
-
-enum TiffCompression : uint32_t { tiff_raw = 1, tiff_lzw = 5, tiff_packbits = 32773 };
-
-enum TiffPhotometric : uint32_t {
-  tiff_white_is_zero = 0,
-  tiff_black_is_zero = 1,
-  tiff_rgb = 2,
-  tiff_palette = 3,
 };
 
 // Numbers are those of the format; all are checked as far as decoding trusts them.

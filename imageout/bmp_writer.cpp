@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/bmp_format.h"
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/triples.h"
@@ -15,8 +16,6 @@ namespace quorix {
 
 namespace {
 
-constexpr size_t header_bytes = 54;
-constexpr size_t entry_bytes = 4;  // of the colour table
 constexpr uint32_t default_resolution = 2500;
 
 struct BmpWriter {
@@ -37,7 +36,7 @@ size_t row_bytes(const BmpWriter &bmp) {
 }
 
 size_t stride(const BmpWriter &bmp) {
-  return (row_bytes(bmp) + 3) / 4 * 4;
+  return (row_bytes(bmp) + bmp_row_group - 1) / bmp_row_group * bmp_row_group;
 }
 
 // Sizes that do not fit in 32 bits wrap.
@@ -46,38 +45,39 @@ void write_header(const BmpWriter &bmp) {
   const auto rows = has_pixels(area) ? static_cast<size_t>(area.height) : size_t{0};
   const auto image_bytes = static_cast<uint32_t>(stride(bmp) * rows);
   const auto colours = static_cast<uint32_t>(bmp.colours);
-  const uint32_t pixels_at = header_bytes + static_cast<uint32_t>(entry_bytes) * colours;
-  uint8_t bytes[header_bytes];
-  HeaderBytes header = {bytes, bmp.swap};
-  add_bytes(&header, "BM", 2);
-  add_u32(&header, pixels_at + image_bytes);  // size of the file
-  add_u32(&header, 0);                        // reserved
-  add_u32(&header, pixels_at);
-  add_u32(&header, 40);  // size of what follows
-  add_u32(&header, static_cast<uint32_t>(header_size(area.width)));
-  add_u32(&header, static_cast<uint32_t>(header_size(area.height)));
-  add_u16(&header, 1);  // planes
-  add_u16(&header, bmp.path == PixelPath::true_colour ? 24 : 8);
-  add_u32(&header, 0);  // not compressed
-  add_u32(&header, image_bytes);
-  add_u32(&header, bmp.resolution);
-  add_u32(&header, bmp.resolution);
-  add_u32(&header, colours);  // used
-  add_u32(&header, colours);  // important
-  write_file(bmp.file, bytes, header_bytes);
+  const auto table_bytes = static_cast<uint32_t>(bmp_table_entry_bytes) * colours;
+  const uint32_t rows_at = static_cast<uint32_t>(bmp_headers_bytes) + table_bytes;
+  uint8_t bytes[bmp_headers_bytes] = {};
+  const auto put = [&](size_t at, uint32_t word) { put_word(bytes + at, word, bmp.swap); };
+  const auto put_16 = [&](size_t at, uint16_t word) { put_word(bytes + at, word, bmp.swap); };
+  std::memcpy(bytes, bmp_signature, sizeof bmp_signature);
+  put(bmp_file_size_at, rows_at + image_bytes);
+  put(bmp_offset_at, rows_at);
+  put(bmp_info_size_at, bmp_info_bytes);
+  put(bmp_width_at, static_cast<uint32_t>(header_size(area.width)));
+  put(bmp_height_at, static_cast<uint32_t>(header_size(area.height)));
+  put_16(bmp_planes_at, 1);
+  put_16(bmp_bits_at, bmp.path == PixelPath::true_colour ? 24 : 8);
+  put(bmp_compression_at, bmp_plain);
+  put(bmp_image_size_at, image_bytes);
+  put(bmp_x_resolution_at, bmp.resolution);
+  put(bmp_y_resolution_at, bmp.resolution);
+  put(bmp_colours_used_at, colours);
+  put(bmp_colours_important_at, colours);
+  write_file(bmp.file, bytes, sizeof bytes);
 }
 
 void write_colour_table(const BmpWriter &bmp) {
   constexpr int64_t block = 256;
-  uint8_t entries[block * entry_bytes] = {};
+  uint8_t entries[block * bmp_table_entry_bytes] = {};
   for (int64_t done = 0; done < bmp.colours; done += block) {
     const auto count = static_cast<size_t>(std::min(bmp.colours - done, block));
     for (size_t i = 0; i < count; ++i) {
-      uint8_t *const entry = entries + i * entry_bytes;
+      uint8_t *const entry = entries + i * bmp_table_entry_bytes;
       palette_entry(bmp.palette, static_cast<size_t>(done) + i, entry);
       std::swap(entry[0], entry[2]);  // blue first
     }
-    write_file(bmp.file, entries, count * entry_bytes);
+    write_file(bmp.file, entries, count * bmp_table_entry_bytes);
   }
 }
 

@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "base/files.h"
+#include "base/gif_format.h"
 
 namespace quorix {
 
@@ -21,18 +22,16 @@ constexpr uint32_t end_code = 257;
 constexpr uint32_t first_free_code = 258;
 constexpr uint32_t code_limit = 4095;  // reaching it clears the table, so no string has this code
 constexpr unsigned first_code_bits = 9;
-constexpr size_t codes_of_12_bits = 4096;
 
-constexpr size_t block_bytes = 255;  // of a full sub-block
 constexpr size_t blocks_at_once = 256;
-constexpr size_t stream_bytes = block_bytes * blocks_at_once;
+constexpr size_t stream_bytes = gif_block_bytes * blocks_at_once;
 constexpr size_t most_new_bytes = 8;  // that one store may put beyond them
 
 struct GifEncoder {
-  uint16_t table[256][codes_of_12_bits];  // [pixel][code of the string before it]; 0: not known
-  uint16_t *known[code_limit];            // where the code of each string stands
+  uint16_t table[256][gif_codes];  // [pixel][code of the string before it]; 0: not known
+  uint16_t *known[code_limit];     // where the code of each string stands
   uint8_t stream[stream_bytes + most_new_bytes];  // codes, before they are cut into blocks
-  uint8_t blocks[(1 + block_bytes) * blocks_at_once];
+  uint8_t blocks[(1 + gif_block_bytes) * blocks_at_once];
   std::FILE *file;
 };
 
@@ -50,8 +49,8 @@ struct CodeStream {
 // Writes the first bytes of the stream as sub-blocks, the last of which may be shorter.
 void write_blocks(GifEncoder *gif, size_t bytes) {
   uint8_t *to = gif->blocks;
-  for (size_t done = 0; done < bytes; done += block_bytes) {
-    const size_t length = bytes - done < block_bytes ? bytes - done : block_bytes;
+  for (size_t done = 0; done < bytes; done += gif_block_bytes) {
+    const size_t length = bytes - done < gif_block_bytes ? bytes - done : gif_block_bytes;
     *to++ = static_cast<uint8_t>(length);
     std::memcpy(to, gif->stream + done, length);
     to += length;

@@ -3,6 +3,7 @@
 // GIF with one picture: a global table of 256 colours, not interlaced. A transparent colour makes
 // it GIF89a, otherwise it is GIF87a.
 #include "base/files.h"
+#include "base/gif_format.h"
 #include "base/numbers.h"
 #include "imageout/gif_encoder.h"
 #include "imageout/imageout.h"
@@ -11,6 +12,8 @@
 namespace quorix {
 
 namespace {
+
+constexpr uint8_t pixel_bits = 8;
 
 struct GifWriter {
   PictureSource source;
@@ -30,12 +33,14 @@ void add_sizes(const GifWriter &gif, HeaderBytes *header) {
 }
 
 void write_screen(const GifWriter &gif) {
-  uint8_t bytes[13];
+  uint8_t bytes[gif_signature_bytes + gif_screen_bytes];
   HeaderBytes header = {bytes, gif.swap};
-  add_bytes(&header, gif.transparent ? "GIF89a" : "GIF87a", 6);
+  add_bytes(&header, gif.transparent ? gif_89a : gif_87a, gif_signature_bytes);
   add_sizes(gif, &header);
   // A global table of 2^8 entries of 8 bits, not sorted; no aspect ratio.
-  const uint8_t rest[] = {0xf7, gif.background, 0};
+  constexpr uint8_t bits = pixel_bits - 1;
+  constexpr uint8_t flags = gif_has_table | bits << gif_colour_bits_shift | bits;
+  const uint8_t rest[] = {flags, gif.background, 0};
   add_bytes(&header, rest, sizeof rest);
   write_file(gif.file, bytes, sizeof bytes);
 }
@@ -48,14 +53,21 @@ void write_colour_table(const GifWriter &gif) {
 }
 
 void write_transparency(const GifWriter &gif) {
-  // A block of 4 bytes: there is a transparent colour, no delay, the colour.
-  const uint8_t bytes[] = {0x21, 0xf9, 4, 1, 0, 0, gif.background, 0};
+  constexpr uint8_t no_delay = 0;  // twice: a word
+  const uint8_t bytes[] = {gif_extension_mark,
+                           gif_graphic_control,
+                           gif_graphic_control_bytes,
+                           gif_has_transparency,
+                           no_delay,
+                           no_delay,
+                           gif.background,
+                           gif_blocks_end};
   write_file(gif.file, bytes, sizeof bytes);
 }
 
 void write_descriptor(const GifWriter &gif) {
-  constexpr uint8_t start[] = {0x2c, 0, 0, 0, 0};  // left and top
-  constexpr uint8_t end[] = {0, 8};                // no table of its own; bits of a pixel
+  constexpr uint8_t start[] = {gif_image_mark, 0, 0, 0, 0};  // left and top
+  constexpr uint8_t end[] = {0, pixel_bits};  // no table of its own; the minimum code size
   uint8_t bytes[sizeof start + 2 * sizeof(uint16_t) + sizeof end];
   HeaderBytes header = {bytes, gif.swap};
   add_bytes(&header, start, sizeof start);
@@ -101,7 +113,7 @@ WriterStatus write_gif(GifWriter *gif, const char *name) {
   picture_bytes(gif->source, Samples::index, &count);  // fits, since the picture was read
   const WriterStatus written = write_gif_codes(gif->file, pixels.get(), count);
   if (written != writer_done) return written;
-  constexpr uint8_t end[] = {0, 0x3b};  // of the blocks, of the file
+  constexpr uint8_t end[] = {gif_blocks_end, gif_trailer};
   write_file(gif->file, end, sizeof end);
   return writer_done;
 }

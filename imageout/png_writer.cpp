@@ -14,6 +14,7 @@
 #include "base/deflate.h"
 #include "base/files.h"
 #include "base/numbers.h"
+#include "base/png_format.h"
 #include "imageout/imageout.h"
 #include "quorix/imageout.h"
 
@@ -26,14 +27,6 @@ enum PngStatus : int32_t {
   png_compressor_not_finished = -4,
   png_compressor_not_ended = -5,
 };
-
-constexpr size_t word_bytes = 4;
-constexpr size_t chunk_overhead = 3 * word_bytes;  // length, type, CRC
-constexpr size_t chunk_data = 2 * word_bytes;      // where the data starts
-constexpr size_t header_bytes = 13;                // data of IHDR
-constexpr uint32_t header_type = 0x49484452;       // "IHDR" as a word, high byte first
-constexpr uint32_t end_type = 0x49454E44;          // "IEND"
-constexpr uint8_t signature[8] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 
 // Where the pieces of the stream go: into a file, into memory, or, in memory without room, nowhere.
 struct Sink {
@@ -67,54 +60,68 @@ void put_piece(Sink *sink, const uint8_t *bytes, size_t count) {
   sink->count += count;
 }
 
-// Adds length and CRC to a chunk whose type and data are in place, and writes it.
+// The name of a chunk whose bytes stand in their order on every host.
+void put_name(uint8_t *chunk, PngChunk name) {
+  for (size_t i = 0; i < png_word_bytes; ++i)
+    chunk[png_word_bytes + i] = static_cast<uint8_t>(static_cast<uint32_t>(name) >> (24 - 8 * i));
+}
+
+// Kept: the first and the last chunk have names that are words like lengths, so that the caller's
+// order turns them too.
+void put_name_as_word(uint8_t *chunk, PngChunk name, bool swap) {
+  put_word(chunk + png_word_bytes, static_cast<uint32_t>(name), swap);
+}
+
+// Adds length and CRC to a chunk whose name and data are in place, and writes it.
 void put_chunk(PngWriter *png, uint8_t *chunk, size_t data_bytes) {
-  const uint8_t *const type = chunk + word_bytes;
-  const auto crc = static_cast<uint32_t>(crc32_z(0, type, word_bytes + data_bytes));
+  const uint8_t *const name = chunk + png_word_bytes;
+  const auto crc = static_cast<uint32_t>(crc32_z(0, name, png_word_bytes + data_bytes));
   put_word(chunk, static_cast<uint32_t>(data_bytes), png->swap);
-  put_word(chunk + chunk_data + data_bytes, crc, png->swap);
-  put_piece(&png->sink, chunk, chunk_overhead + data_bytes);
+  put_word(chunk + png_data_at + data_bytes, crc, png->swap);
+  put_piece(&png->sink, chunk, png_chunk_overhead + data_bytes);
 }
 
 // ---- chunks
 
 void write_header(PngWriter *png) {
-  uint8_t chunk[chunk_overhead + header_bytes] = {};
+  uint8_t chunk[png_chunk_overhead + png_header_bytes] = {};
+  uint8_t *const data = chunk + png_data_at;
   const PictureArea &area = png->source.area;
-  put_word(chunk + word_bytes, header_type, png->swap);
-  put_word(chunk + chunk_data, static_cast<uint32_t>(header_size(area.width)), png->swap);
-  put_word(chunk + chunk_data + 4, static_cast<uint32_t>(header_size(area.height)), png->swap);
-  chunk[chunk_data + 8] = 8;                                            // bits per sample
-  chunk[chunk_data + 9] = png->path == PixelPath::true_colour ? 2 : 3;  // colour type
-  put_chunk(png, chunk, header_bytes);
+  const bool rgb = png->path == PixelPath::true_colour;
+  put_name_as_word(chunk, PngChunk::header, png->swap);
+  put_word(data + png_width_at, static_cast<uint32_t>(header_size(area.width)), png->swap);
+  put_word(data + png_height_at, static_cast<uint32_t>(header_size(area.height)), png->swap);
+  data[png_depth_at] = 8;
+  data[png_colour_at] = static_cast<uint8_t>(rgb ? PngColour::rgb : PngColour::palette);
+  put_chunk(png, chunk, png_header_bytes);
 }
 
 int32_t write_palette(PngWriter *png) {
   size_t bytes = 0;
   if (!checked_product(&bytes, png->colours, 3)) return writer_no_memory;
-  const OwnedArray<uint8_t> chunk = allocate_array<uint8_t>(chunk_overhead + bytes);
+  const OwnedArray<uint8_t> chunk = allocate_array<uint8_t>(png_chunk_overhead + bytes);
   if (chunk == nullptr) return writer_no_memory;
-  std::memcpy(chunk.get() + word_bytes, "PLTE", word_bytes);
+  put_name(chunk.get(), PngChunk::palette);
   for (size_t i = 0; i < png->colours; ++i)
-    palette_entry(png->palette, i, chunk.get() + chunk_data + 3 * i);
+    palette_entry(png->palette, i, chunk.get() + png_data_at + 3 * i);
   put_chunk(png, chunk.get(), bytes);
   return writer_done;
 }
 
 void write_transparency(PngWriter *png) {
-  constexpr uint8_t white[6] = {0, 255, 0, 255, 0, 255};  // 16 bits per sample
-  constexpr uint8_t first_entry[1] = {0};                 // alpha of palette entry 0
+  constexpr uint8_t white[3 * png_sample_word] = {0, 255, 0, 255, 0, 255};
+  constexpr uint8_t first_entry[1] = {0};  // alpha of palette entry 0
   const bool true_colour = png->path == PixelPath::true_colour;
   const size_t bytes = true_colour ? sizeof(white) : sizeof(first_entry);
-  uint8_t chunk[chunk_overhead + sizeof(white)];
-  std::memcpy(chunk + word_bytes, "tRNS", word_bytes);
-  std::memcpy(chunk + chunk_data, true_colour ? white : first_entry, bytes);
+  uint8_t chunk[png_chunk_overhead + sizeof(white)];
+  put_name(chunk, PngChunk::transparency);
+  std::memcpy(chunk + png_data_at, true_colour ? white : first_entry, bytes);
   put_chunk(png, chunk, bytes);
 }
 
 void write_end(PngWriter *png) {
-  uint8_t chunk[chunk_overhead];
-  put_word(chunk + word_bytes, end_type, png->swap);
+  uint8_t chunk[png_chunk_overhead];
+  put_name_as_word(chunk, PngChunk::end, png->swap);
   put_chunk(png, chunk, 0);
 }
 
@@ -154,7 +161,7 @@ bool stream_sizes(const PngWriter &png, StreamSizes *sizes) {
 DeflateStatus compress_rows(const PngWriter &png, const StreamSizes &sizes, uint8_t *row,
                             DeflateRun *run) {
   if (sizes.rows == 0) return feed_deflate(run, nullptr, 0, true);
-  row[0] = 0;  // filter None
+  row[0] = png_none;
   DeflateStatus status = DeflateStatus::done;
   for (size_t i = 0; i < sizes.rows && status == DeflateStatus::done; ++i) {
     read_row(png, static_cast<int64_t>(i), row + 1);
@@ -182,11 +189,11 @@ int32_t write_pixels(PngWriter *png) {
   if (!stream_sizes(*png, &sizes)) return writer_no_memory;
   const OwnedArray<uint8_t> row = allocate_array<uint8_t>(sizes.row);
   if (row == nullptr) return writer_no_memory;
-  const OwnedArray<uint8_t> chunk = allocate_array<uint8_t>(chunk_overhead + sizes.room);
+  const OwnedArray<uint8_t> chunk = allocate_array<uint8_t>(png_chunk_overhead + sizes.room);
   if (chunk == nullptr) return writer_no_memory;
-  std::memcpy(chunk.get() + word_bytes, "IDAT", word_bytes);
+  put_name(chunk.get(), PngChunk::data);
   DeflateRun run;
-  DeflateStatus status = start_deflate(&run, chunk.get() + chunk_data, sizes.room);
+  DeflateStatus status = start_deflate(&run, chunk.get() + png_data_at, sizes.room);
   if (status == DeflateStatus::done) status = compress_rows(*png, sizes, row.get(), &run);
   status = finish_deflate(&run, status);
   if (status != DeflateStatus::done) return png_status(status);
@@ -196,7 +203,7 @@ int32_t write_pixels(PngWriter *png) {
 
 // The whole stream. Ends early where something fails, or where the memory is full.
 int32_t write_stream(PngWriter *png) {
-  put_piece(&png->sink, signature, sizeof(signature));
+  put_piece(&png->sink, png_signature, sizeof(png_signature));
   write_header(png);
   int32_t status = writer_done;
   if (png->path == PixelPath::quantised && !png->sink.full)

@@ -8,6 +8,7 @@
 
 #include "base/files.h"
 #include "base/numbers.h"
+#include "base/tiff_format.h"
 #include "imageout/imageout.h"
 #include "quorix/imageout.h"
 
@@ -17,10 +18,10 @@ namespace {
 
 enum class TiffForm : uint8_t { palette, rgb, bilevel };
 
-enum FieldType : uint16_t { type_short = 3, type_long = 4, type_rational = 5 };
-
-constexpr uint32_t directory_offset = 8;
-constexpr size_t entry_bytes = 12;
+constexpr uint32_t directory_at = tiff_header_bytes;
+constexpr uint32_t entry_bytes = tiff_entry_bytes;
+// What stands around the entries: their number before, the next directory behind.
+constexpr uint32_t directory_ends = sizeof(uint16_t) + sizeof(uint32_t);
 constexpr uint32_t default_resolution = 100;  // per inch
 constexpr uint32_t colour_map_values = 3 * quantised_colours;
 
@@ -32,7 +33,7 @@ struct TiffWriter {
   bool swap;          // words of this host have to be turned
   bool white_is_one;  // bilevel: only white gives 1; otherwise all but black does
   uint32_t resolution;
-  uint16_t unit;  // of the resolution: 2 inch, 3 centimetre
+  TiffUnit unit;  // of the resolution
   FilePalette palette;
   std::FILE *file;
 };
@@ -61,7 +62,7 @@ TiffLayout make_layout(const TiffWriter &tiff) {
     layout.strip_bytes = width / 8 + (width % 8 != 0 ? 1U : 0U);
     table_bytes = 0;
   }
-  layout.offsets = directory_offset + 6 + static_cast<uint32_t>(entry_bytes) * layout.entries;
+  layout.offsets = directory_at + directory_ends + entry_bytes * layout.entries;
   layout.sizes = layout.offsets + 4 * layout.rows;
   layout.x_resolution = layout.sizes + 4 * layout.rows;
   layout.y_resolution = layout.x_resolution + 8;
@@ -72,12 +73,11 @@ TiffLayout make_layout(const TiffWriter &tiff) {
 
 // ---- directory
 
-void add_entry(HeaderBytes *directory, uint16_t tag, FieldType type, uint32_t count,
-               uint32_t value) {
-  add_u16(directory, tag);
-  add_u16(directory, type);
+void add_entry(HeaderBytes *directory, TiffTag tag, TiffType type, uint32_t count, uint32_t value) {
+  add_u16(directory, static_cast<uint16_t>(tag));
+  add_u16(directory, static_cast<uint16_t>(type));
   add_u32(directory, count);
-  if (type == type_short && count == 1) {
+  if (type == TiffType::shorts && count == 1) {
     add_u16(directory, static_cast<uint16_t>(value));
     add_u16(directory, 0);
   } else {
@@ -85,9 +85,9 @@ void add_entry(HeaderBytes *directory, uint16_t tag, FieldType type, uint32_t co
   }
 }
 
-uint16_t photometric(TiffForm form) {
-  if (form == TiffForm::palette) return 3;
-  return form == TiffForm::rgb ? 2 : 1;
+TiffPhotometric photometric(TiffForm form) {
+  if (form == TiffForm::palette) return tiff_palette;
+  return form == TiffForm::rgb ? tiff_rgb : tiff_black_is_zero;
 }
 
 // A single strip has its offset and size in the directory itself, as the format has it: a count of
@@ -96,34 +96,43 @@ void add_entries(const TiffWriter &tiff, const TiffLayout &layout, HeaderBytes *
   const PictureArea &area = tiff.source.area;
   const bool rgb = tiff.form == TiffForm::rgb;
   const bool one_strip = layout.rows == 1;
-  add_entry(directory, 254, type_long, 1, 0);  // an ordinary picture
-  add_entry(directory, 256, type_long, 1, static_cast<uint32_t>(header_size(area.width)));
-  add_entry(directory, 257, type_long, 1, static_cast<uint32_t>(header_size(area.height)));
+  const uint32_t offsets = one_strip ? layout.strips : layout.offsets;
+  const uint32_t sizes = one_strip ? layout.strip_bytes : layout.sizes;
+  const auto add_short = [&](TiffTag tag, uint32_t value) {
+    add_entry(directory, tag, TiffType::shorts, 1, value);
+  };
+  const auto add_long = [&](TiffTag tag, uint32_t value) {
+    add_entry(directory, tag, TiffType::longs, 1, value);
+  };
+  add_long(TiffTag::new_subfile_type, 0);  // an ordinary picture
+  add_long(TiffTag::image_width, static_cast<uint32_t>(header_size(area.width)));
+  add_long(TiffTag::image_length, static_cast<uint32_t>(header_size(area.height)));
   if (rgb) {
-    add_entry(directory, 258, type_short, 3, layout.table);  // bits per sample
+    add_entry(directory, TiffTag::bits_per_sample, TiffType::shorts, 3, layout.table);
   } else {
-    add_entry(directory, 258, type_short, 1, tiff.form == TiffForm::palette ? 8 : 1);
+    add_short(TiffTag::bits_per_sample, tiff.form == TiffForm::palette ? 8 : 1);
   }
-  add_entry(directory, 259, type_short, 1, 1);  // not compressed
-  add_entry(directory, 262, type_short, 1, photometric(tiff.form));
-  add_entry(directory, 273, type_long, layout.rows, one_strip ? layout.strips : layout.offsets);
-  add_entry(directory, 277, type_short, 1, rgb ? 3 : 1);  // samples per pixel
-  add_entry(directory, 278, type_short, 1, 1);            // rows per strip
-  add_entry(directory, 279, type_long, layout.rows, one_strip ? layout.strip_bytes : layout.sizes);
-  add_entry(directory, 282, type_rational, 1, layout.x_resolution);
-  add_entry(directory, 283, type_rational, 1, layout.y_resolution);
-  add_entry(directory, 296, type_short, 1, tiff.unit);
+  add_short(TiffTag::compression, tiff_raw);
+  add_short(TiffTag::photometric, photometric(tiff.form));
+  add_entry(directory, TiffTag::strip_offsets, TiffType::longs, layout.rows, offsets);
+  add_short(TiffTag::samples_per_pixel, rgb ? 3 : 1);
+  add_short(TiffTag::rows_per_strip, 1);
+  add_entry(directory, TiffTag::strip_byte_counts, TiffType::longs, layout.rows, sizes);
+  add_entry(directory, TiffTag::x_resolution, TiffType::rationals, 1, layout.x_resolution);
+  add_entry(directory, TiffTag::y_resolution, TiffType::rationals, 1, layout.y_resolution);
+  add_short(TiffTag::resolution_unit, tiff.unit);
   if (tiff.form == TiffForm::palette)
-    add_entry(directory, 320, type_short, colour_map_values, layout.table);
+    add_entry(directory, TiffTag::colour_map, TiffType::shorts, colour_map_values, layout.table);
 }
 
 void write_directory(const TiffWriter &tiff, const TiffLayout &layout) {
   constexpr size_t most_entries = 14;
-  uint8_t bytes[directory_offset + 6 + most_entries * entry_bytes];
+  uint8_t bytes[directory_at + directory_ends + most_entries * entry_bytes];
   HeaderBytes header = {bytes, tiff.swap};
-  add_bytes(&header, "II", 2);
-  add_u16(&header, 42);
-  add_u32(&header, directory_offset);
+  constexpr char mark[] = {tiff_little_endian, tiff_little_endian};
+  add_bytes(&header, mark, sizeof mark);
+  add_u16(&header, tiff_version);
+  add_u32(&header, directory_at);
   add_u16(&header, static_cast<uint16_t>(layout.entries));
   add_entries(tiff, layout, &header);
   add_u32(&header, 0);  // no further directory
@@ -290,7 +299,7 @@ extern "C" int32_t qqptif(const char *file, const int32_t *device, const int32_t
   quorix::choose_form(&tiff, *device, *height, *form);
   tiff.swap = *order == 0;
   tiff.white_is_one = *width < 0;
-  tiff.unit = *resolution < 0 ? 3 : 2;
+  tiff.unit = *resolution < 0 ? quorix::tiff_centimetre : quorix::tiff_inch;
   tiff.resolution = static_cast<uint32_t>(quorix::magnitude(*resolution));
   if (tiff.resolution == 0) tiff.resolution = quorix::default_resolution;
   tiff.palette.words = tiff.samples == quorix::Samples::index ? palette : nullptr;
