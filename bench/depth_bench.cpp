@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "core/output_context.h"
+#include "depth/depth.h"
 #include "quorix/quorix.h"
 
 #ifdef HAVE_OSMESA

@@ -32,26 +32,57 @@ struct DeviceBitmap {
   void (*set_pixel)(OutputContext *context, int32_t x, int32_t y, uint8_t r, uint8_t g, uint8_t b);
 };
 
-// The OpenGL calls of a device that draws through it, by their OpenGL meaning and with OpenGL's own
-// numbers. y grows upward here: callers turn it.
-struct GlCalls {
-  void (*enable)(uint32_t capability);
-  void (*disable)(uint32_t capability);
-  void (*depth_function)(uint32_t function);
-  void (*blend_function)(uint32_t source, uint32_t target);
-  void (*clear)(uint32_t buffers);
-  void (*begin)(uint32_t primitive);
-  void (*end)();
-  void (*vertex_2f)(float x, float y);
-  void (*vertex_2i)(int32_t x, int32_t y);
-  void (*vertex_3f)(float x, float y, float z);
-  void (*colour_3f)(float r, float g, float b);
-  void (*colour_4f)(float r, float g, float b, float a);
-  void (*raster_position)(int32_t x, int32_t y);
-  void (*read_pixels)(int32_t x, int32_t y, int32_t width, int32_t height, uint32_t format,
-                      uint32_t type, void *pixels);
-  void (*draw_pixels)(int32_t width, int32_t height, uint32_t format, uint32_t type,
-                      const void *pixels);
+// ---- Depth rendering: what it asks of a target
+//
+// depth/ does all of it in the memory of a bitmap. A window that draws through OpenGL has calls of
+// its own (`Device::depth`). y grows downward, as everywhere.
+
+enum class DepthStatus : int32_t { done = 0, no_memory = 1, wrong_state = 2 };
+
+struct DepthLine {
+  double x[2], y[2], z[2];
+  int32_t colour;  // a colour argument
+};
+
+// Three values of each; r, g and b run from 0 to 1.
+struct ShadedTriangle {
+  const double *x, *y, *z, *r, *g, *b;
+};
+
+// Colour arguments at the corners; what lies between them is interpolated by palette index.
+struct IndexTriangle {
+  int32_t x[3], y[3], colour[3];
+};
+
+// The corners of a quadrilateral in their order around it.
+struct IndexQuad {
+  const int32_t *x, *y, *colour;
+};
+
+// `device` is the number that the operation was given. Where a function may be null, it is null for
+// targets that need nothing of it.
+struct DepthCalls {
+  // Switches the test of depths on, with nothing drawn yet, or off.
+  DepthStatus (*switch_depths)(OutputContext *context, bool on);
+  // Makes all depths farther than any that is drawn.
+  DepthStatus (*clear_depths)(OutputContext *context);
+  DepthStatus (*clear_picture)(OutputContext *context, int32_t device);
+  void (*line)(OutputContext *context, int32_t device, const DepthLine &line);
+  void (*shaded_triangle)(OutputContext *context, int32_t device, const ShadedTriangle &triangle);
+  void (*index_triangle)(OutputContext *context, int32_t device, const IndexTriangle &triangle);
+  // One of the two triangles that a quadrilateral is cut into.
+  void (*quad_half)(OutputContext *context, int32_t device, const IndexTriangle &half,
+                    const IndexQuad &quad);
+  // Blending of what comes next with what is there; may be null.
+  void (*switch_blending)(OutputContext *context, bool on);
+  // Without a test of depths, in the current colour; null for bitmaps.
+  void (*plain_point)(OutputContext *context, double x, double y);
+  void (*plain_line)(OutputContext *context, const double *x, const double *y);
+  void (*text_pixel)(OutputContext *context, int32_t x, int32_t y);
+  // `count` pixels of four bytes, RGBA, from (x, y) on: what a layer is composited with. Null for
+  // bitmaps, whose memory is composited in place.
+  void (*row_out)(OutputContext *context, int32_t x, int32_t y, int32_t count, uint8_t *rgba);
+  void (*row_in)(OutputContext *context, int32_t x, int32_t y, int32_t count, const uint8_t *rgba);
 };
 
 struct Device {
@@ -77,8 +108,9 @@ struct Device {
   bool (*copy_out)(OutputContext *context, int32_t x, int32_t y, int32_t width, int32_t height,
                    DeviceBitmap *copy) = nullptr;
   void (*copy_in)(OutputContext *context, int32_t x, int32_t y, DeviceBitmap *copy) = nullptr;
-  // Null where the device never draws through OpenGL.
-  const GlCalls *gl = nullptr;
+  // What takes the place of drawing into the bitmap while the record says `opengl_on`; null where
+  // that never is so.
+  const DepthCalls *depth = nullptr;
 };
 
 inline constexpr int32_t last_window_device = 100;  // numbers above it mean the raster

@@ -8,8 +8,9 @@
 #include <cstring>
 
 #include "base/memory.h"
+#include "base/numbers.h"
 #include "depth/composite.h"
-#include "depth/opengl.h"
+#include "depth/depth.h"
 #include "quorix/depth.h"
 #include "raster/raster.h"
 
@@ -77,18 +78,16 @@ int32_t composite_on_window(OutputContext *context, const Rect &box) {
   return fits ? 0 : failed;
 }
 
-int32_t composite_on_gl(OutputContext *context, const Rect &box) {
-  const GlCalls *gl = window_gl(context);
-  const int32_t w = box.x2 - box.x1 + 1;
-  const auto owned_row = allocate_array<uint8_t>(static_cast<size_t>(w) * 4);
+int32_t composite_by_rows(OutputContext *context, const DepthCalls &calls, const Rect &box) {
+  const auto owned_row = allocate_array<uint8_t>(columns(box) * 4);
   uint8_t *const row = owned_row.get();
-  if (gl == nullptr || row == nullptr) return failed;
+  if (row == nullptr) return failed;
+  const int32_t w = box.x2 - box.x1 + 1;
   for (int32_t y = box.y1; y <= box.y2; ++y) {
-    gl->read_pixels(box.x1, turned(context, y), w, 1, gl_rgba, gl_unsigned_byte, row);
+    calls.row_out(context, box.x1, y, w, row);
     composite_row_plain(row, 4, false, FourthByte::opaque, layer_pixel(context, box.x1, y),
                         columns(box), composite_rule(context));
-    gl->raster_position(box.x1, turned(context, y));
-    gl->draw_pixels(w, 1, gl_rgba, gl_unsigned_byte, row);
+    calls.row_in(context, box.x1, y, w, row);
   }
   return 0;
 }
@@ -123,12 +122,7 @@ bool make_layer(OutputContext *context, const RasterPage &page) {
 
 bool open_blend_layer(OutputContext *context) {
   const bool on_window = context->window.window_active != 0;
-  const Device *window = window_family_device(context);
-  if (!on_window) {
-    flush_raster(context);
-  } else if (window != nullptr) {
-    window->flush(context);
-  }
+  flush_current_device(context);
   const RasterPage page = wanted_page(context);
   if (page.width < 1 || page.height < 1) return false;
   const bool stands = context->buffers.blend_raster.pixels != nullptr &&
@@ -163,14 +157,8 @@ int32_t close_blend_layer(OutputContext *context) {
 
 void switch_blending(OutputContext *context, bool on) {
   context->depth.alpha_blend_on = on ? 1 : 0;
-  const GlCalls *gl = context->window.opengl_on != 0 ? window_gl(context) : nullptr;
-  if (gl == nullptr) return;
-  if (on) {
-    gl->enable(gl_blend);
-    gl->blend_function(gl_src_alpha, gl_one_minus_src_alpha);
-  } else {
-    gl->disable(gl_blend);
-  }
+  const DepthCalls *calls = depth_calls(context, OpenLayer::passed_by);
+  if (calls != nullptr && calls->switch_blending != nullptr) calls->switch_blending(context, on);
 }
 
 }  // namespace
@@ -198,7 +186,9 @@ int32_t composite_blend_layer(OutputContext *context) {
   if (context->buffers.blend_raster.pixels == nullptr) return 0;
   const Rect box = blend_bbox(context);
   if (is_empty(box)) return 0;
-  if (context->window.opengl_on != 0) return composite_on_gl(context, box);
+  const DepthCalls *calls = depth_calls(context, OpenLayer::passed_by);
+  if (calls == nullptr) return failed;
+  if (calls->row_out != nullptr) return composite_by_rows(context, *calls, box);
   return context->window.window_active != 0 ? composite_on_window(context, box)
                                             : composite_on_raster(context, box);
 }

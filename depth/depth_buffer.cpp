@@ -3,7 +3,7 @@
 // Switching, clearing and erasing: qqzbuf.
 #include <cstring>
 
-#include "depth/opengl.h"
+#include "depth/depth.h"
 #include "quorix/depth.h"
 #include "raster/raster.h"
 
@@ -12,33 +12,6 @@ namespace quorix {
 namespace {
 
 enum Operation : int32_t { switch_on = 0, switch_off = 1, clear_depths = 2, erase_picture = 3 };
-enum Status : int32_t { done = 0, no_memory = 1, wrong_state = 2 };
-
-void switch_gl(OutputContext *context, int32_t op) {
-  const GlCalls *gl = window_gl(context);
-  if (gl == nullptr) return;
-  switch (op) {
-    case switch_on:
-      gl->enable(gl_depth_test);
-      gl->depth_function(gl_lequal);
-      gl->clear(gl_depth_buffer_bit);
-      context->depth.depth_on = 1;
-      break;
-    case switch_off:
-      gl->disable(gl_depth_test);
-      context->depth.depth_on = 0;
-      release_depth_buffer(context);
-      break;
-    case clear_depths:
-      gl->clear(gl_depth_buffer_bit);
-      break;
-    case erase_picture:
-      gl->clear(gl_color_buffer_bit);
-      break;
-    default:
-      break;
-  }
-}
 
 // The byte that fills an erased window.
 uint8_t window_background(const OutputContext *context, const Device *device, PixelOrder order) {
@@ -61,33 +34,51 @@ void erase_window(OutputContext *context) {
   }
 }
 
-Status switch_memory(OutputContext *context, int32_t op, int32_t device) {
-  if (op < switch_on || op > erase_picture) return done;
-  if ((op == switch_on) == (context->depth.depth_on != 0)) return wrong_state;
+DepthStatus run(OutputContext *context, const DepthCalls &calls, int32_t op, int32_t device) {
   switch (op) {
     case switch_on:
-      if (!renew_depth_buffer(context, context->page.width, context->page.height)) return no_memory;
-      context->depth.depth_on = 1;
-      break;
-    case switch_off:
-      release_depth_buffer(context);
-      context->depth.depth_on = 0;
-      break;
+    case switch_off: {
+      const bool on = op == switch_on;
+      const DepthStatus status = calls.switch_depths(context, on);
+      if (status != DepthStatus::done) return status;
+      context->depth.depth_on = on ? 1 : 0;
+      if (!on) release_depth_buffer(context);
+      return status;
+    }
     case clear_depths:
-      clear_depth_buffer(context);
-      break;
+      return calls.clear_depths(context);
+    case erase_picture:
+      return calls.clear_picture(context, device);
     default:
-      if (!window_device(device)) {
-        fill_page(context);
-      } else {
-        erase_window(context);
-      }
-      break;
+      return DepthStatus::done;
   }
-  return done;
 }
 
 }  // namespace
+
+DepthStatus switch_bitmap_depths(OutputContext *context, bool on) {
+  if (on == (context->depth.depth_on != 0)) return DepthStatus::wrong_state;
+  if (on && !renew_depth_buffer(context, context->page.width, context->page.height)) {
+    return DepthStatus::no_memory;
+  }
+  return DepthStatus::done;
+}
+
+DepthStatus clear_bitmap_depths(OutputContext *context) {
+  if (context->depth.depth_on == 0) return DepthStatus::wrong_state;
+  clear_depth_buffer(context);
+  return DepthStatus::done;
+}
+
+DepthStatus clear_bitmap(OutputContext *context, int32_t device) {
+  if (context->depth.depth_on == 0) return DepthStatus::wrong_state;
+  if (window_device(device)) {
+    erase_window(context);
+  } else {
+    fill_page(context);
+  }
+  return DepthStatus::done;
+}
 
 }  // namespace quorix
 
@@ -96,13 +87,11 @@ using namespace quorix;
 extern "C" int32_t qqzbuf(int32_t op, int32_t *status) {
   OutputContext *context = output_context;
   const int32_t device = *status;
-  *status = no_memory;
-  if (context == nullptr) return 0;
-  *status = done;
-  if (forwards_to_gl(context)) {
-    switch_gl(context, op);
-  } else {
-    *status = switch_memory(context, op, device);
+  DepthStatus result = context == nullptr ? DepthStatus::no_memory : DepthStatus::done;
+  if (context != nullptr) {
+    const DepthCalls *calls = depth_calls(context, OpenLayer::drawn_on);
+    if (calls != nullptr) result = run(context, *calls, op, device);
   }
+  *status = static_cast<int32_t>(result);
   return 0;
 }

@@ -10,7 +10,6 @@
 
 #include "base/numbers.h"
 #include "depth/depth_line.h"
-#include "depth/opengl.h"
 #include "depth/pixel_formats.h"
 #include "quorix/depth.h"
 #include "raster/repeated_sum.h"
@@ -19,9 +18,8 @@ namespace quorix {
 
 namespace {
 
-struct LineEnd {
-  double x, y, z;
-};
+// A plain line whose ends are nearer than this on both axes is a point.
+constexpr double same_place = 0.5;
 
 struct DepthTest {
   float *base;  // null: everything passes
@@ -85,23 +83,24 @@ void run_line(const Target &t, const Pixels &pixels, Ink ink, const LineWalk &w)
 }
 
 template <class Pixels>
-void draw_line(const Target &t, const Pixels &pixels, Rgb colour, const LineEnd &a,
-               const LineEnd &b) {
+void draw_line(const Target &t, const Pixels &pixels, Rgb colour, const DepthLine &line) {
   if (is_empty(t.box)) return;
   const auto ink = pixels.ink(colour);
-  const int64_t ax = round_to_int32(a.x);
-  const int64_t ay = round_to_int32(a.y);
-  const int64_t bx = round_to_int32(b.x);
-  const int64_t by = round_to_int32(b.y);
+  const int64_t ax = round_to_int32(line.x[0]);
+  const int64_t ay = round_to_int32(line.y[0]);
+  const int64_t bx = round_to_int32(line.x[1]);
+  const int64_t by = round_to_int32(line.y[1]);
   if (ax == bx && ay == by) {
     const auto x = static_cast<int32_t>(ax);
     const auto y = static_cast<int32_t>(ay);
-    if (contains(t.box, x, y) && depth_test(t).pass(x, y, a.z)) pixels.put(x, y, ink);
+    if (contains(t.box, x, y) && depth_test(t).pass(x, y, line.z[0])) pixels.put(x, y, ink);
     return;
   }
   const bool x_major = std::abs(ax - bx) > std::abs(ay - by);
-  const double from[3] = {x_major ? a.x : a.y, x_major ? a.y : a.x, a.z};
-  const double to[3] = {x_major ? b.x : b.y, x_major ? b.y : b.x, b.z};
+  const double *u = x_major ? line.x : line.y;
+  const double *v = x_major ? line.y : line.x;
+  const double from[3] = {u[0], v[0], line.z[0]};
+  const double to[3] = {u[1], v[1], line.z[1]};
   const LineWalk w = walk_line(x_major, from, to);
   if constexpr (std::is_same_v<Pixels, RgbaPixels>) {
     if (run_rgba_line_sse2(t, ink, w)) return;
@@ -109,18 +108,9 @@ void draw_line(const Target &t, const Pixels &pixels, Rgb colour, const LineEnd 
   run_line(t, pixels, ink, w);
 }
 
-void forward_line(OutputContext *context, int32_t colour, const LineEnd *ends) {
-  const GlCalls *gl = window_gl(context);
-  if (gl == nullptr) return;
-  // In front of the surface that the line lies on.
-  constexpr double nearer = static_cast<double>(0.001F);
-  window_family_device(context)->set_colour(context, colour);
-  gl->begin(gl_line_strip);
-  for (int i = 0; i < 2; ++i) {
-    gl->vertex_3f(static_cast<float>(ends[i].x), static_cast<float>(turned(context, ends[i].y)),
-                  static_cast<float>(ends[i].z - nearer));
-  }
-  gl->end();
+void depth_line(OutputContext *context, int32_t device, const DepthLine &line) {
+  const DepthCalls *calls = depth_calls(context, OpenLayer::drawn_on);
+  if (calls != nullptr) calls->line(context, device, line);
 }
 
 }  // namespace
@@ -138,46 +128,47 @@ void run_rgba_line_plain(const Target &t, uint32_t ink, const LineWalk &w) {
   run_line(t, RgbaPixels(t), ink, w);
 }
 
+void draw_depth_line(OutputContext *context, int32_t device, const DepthLine &line) {
+  Target target;
+  if (!open_target(context, device, Depths::used, &target)) return;
+  Rgb rgb = {};
+  colour_to_rgb(context, line.colour, &rgb.r, &rgb.g, &rgb.b);
+  with_pixels(target, [&](const auto &p) { draw_line(target, p, rgb, line); });
+}
+
 }  // namespace quorix
 
 using namespace quorix;
 
 extern "C" int32_t qqzlin2(const double *x, const double *y, int32_t colour, const double *z,
                            int32_t device) {
-  OutputContext *context = output_context;
-  if (context == nullptr) return 0;
-  const LineEnd ends[2] = {{x[0], y[0], z[0]}, {x[1], y[1], z[1]}};
-  if (forwards_to_gl(context)) {
-    forward_line(context, colour, ends);
-    return 0;
-  }
-  Target target;
-  if (!open_target(context, device, Depths::used, &target)) return 0;
-  Rgb rgb = {};
-  colour_to_rgb(context, colour, &rgb.r, &rgb.g, &rgb.b);
-  with_pixels(target, [&](const auto &p) { draw_line(target, p, rgb, ends[0], ends[1]); });
+  if (output_context == nullptr) return 0;
+  const DepthLine line = {{x[0], x[1]}, {y[0], y[1]}, {z[0], z[1]}, colour};
+  depth_line(output_context, device, line);
   return 0;
 }
 
 extern "C" int32_t qqzlin(const int32_t *x, const int32_t *y, int32_t colour, const double *z,
                           int32_t device) {
-  const double xs[2] = {static_cast<double>(x[0]), static_cast<double>(x[1])};
-  const double ys[2] = {static_cast<double>(y[0]), static_cast<double>(y[1])};
-  return qqzlin2(xs, ys, colour, z, device);
+  if (output_context == nullptr) return 0;
+  const auto number = [](int32_t v) { return static_cast<double>(v); };
+  const DepthLine line = {
+      {number(x[0]), number(x[1])}, {number(y[0]), number(y[1])}, {z[0], z[1]}, colour};
+  depth_line(output_context, device, line);
+  return 0;
 }
 
 extern "C" int32_t qqgllin(const double *x1, const double *y1, const double *x2, const double *y2) {
-  const OutputContext *context = output_context;
-  if (context == nullptr || context->window.opengl_on == 0) return 0;
-  const GlCalls *gl = window_gl(context);
-  if (gl == nullptr) return 0;
-  const auto vertex = [&](double x, double y) {
-    gl->vertex_2f(static_cast<float>(x), static_cast<float>(turned(context, y)));
-  };
-  const bool point = std::abs(*x1 - *x2) < 0.5 && std::abs(*y1 - *y2) < 0.5;
-  gl->begin(point ? gl_points : gl_line_strip);
-  vertex(*x1, *y1);
-  if (!point) vertex(*x2, *y2);
-  gl->end();
+  OutputContext *context = output_context;
+  if (context == nullptr) return 0;
+  const DepthCalls *calls = depth_calls(context, OpenLayer::passed_by);
+  if (calls == nullptr || calls->plain_line == nullptr) return 0;
+  if (std::abs(*x1 - *x2) < same_place && std::abs(*y1 - *y2) < same_place) {
+    calls->plain_point(context, *x1, *y1);
+  } else {
+    const double x[2] = {*x1, *x2};
+    const double y[2] = {*y1, *y2};
+    calls->plain_line(context, x, y);
+  }
   return 0;
 }

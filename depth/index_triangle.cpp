@@ -3,7 +3,6 @@
 // Triangles and halves of quadrilaterals whose palette index is interpolated, without depth.
 #include "base/numbers.h"
 #include "base/sort3.h"
-#include "depth/opengl.h"
 #include "depth/pixel_formats.h"
 #include "depth/quad_value.h"
 #include "quorix/depth.h"
@@ -60,24 +59,20 @@ void walk_rows(const Rect &box, IndexEdges *e, int64_t first, int64_t last, Span
   }
 }
 
-struct Triangle {
-  int32_t x[3], y[3], c[3];
-};
-
 // All corners on one row: places follow x, while the indices stay in the order of y, here the order
 // in which equal rows are sorted. Kept, as in shaded triangles.
 template <class Span>
-void walk_flat(const Rect &box, const Triangle &t, const int32_t *by_y, Span span) {
+void walk_flat(const Rect &box, const IndexTriangle &t, const int32_t *by_y, Span span) {
   const int32_t y = t.y[0];
   if (y < box.y1 || y > box.y2) return;
   int32_t by_x[3];
   sort3_int(t.x, &by_x[0], &by_x[1], &by_x[2]);
   for (int i = 0; i < 2; ++i)
-    span(t.x[by_x[i]], t.x[by_x[i + 1]], y, t.c[by_y[i]], t.c[by_y[i + 1]]);
+    span(t.x[by_x[i]], t.x[by_x[i + 1]], y, t.colour[by_y[i]], t.colour[by_y[i + 1]]);
 }
 
 template <class Span>
-void walk_triangle(const Rect &box, const Triangle &t, Span span) {
+void walk_triangle(const Rect &box, const IndexTriangle &t, Span span) {
   if (is_empty(box)) return;
   int32_t order[3];
   sort3_int(t.y, &order[0], &order[1], &order[2]);
@@ -86,7 +81,7 @@ void walk_triangle(const Rect &box, const Triangle &t, Span span) {
   const int32_t yc = t.y[order[2]];
   if (ya == yc) return walk_flat(box, t, order, span);
   const auto point = [&](int32_t i) {
-    return IndexPoint{static_cast<double>(t.x[i]), static_cast<double>(t.c[i])};
+    return IndexPoint{static_cast<double>(t.x[i]), static_cast<double>(t.colour[i])};
   };
   const IndexPoint a = point(order[0]);
   const IndexPoint b = point(order[1]);
@@ -142,25 +137,9 @@ void quad_span(const Target &t, const Pixels &pixels, const QuadMap &map, int32_
   }
 }
 
-void forward_triangle(const OutputContext *context, const Triangle &t) {
-  const GlCalls *gl = window_gl(context);
-  if (gl == nullptr) return;
-  gl->begin(gl_triangles);
-  for (int i = 0; i < 3; ++i) {
-    Rgb c = {};
-    colour_to_rgb(context, t.c[i], &c.r, &c.g, &c.b);
-    gl->colour_3f(static_cast<float>(c.r) / 255.0F, static_cast<float>(c.g) / 255.0F,
-                  static_cast<float>(c.b) / 255.0F);
-    gl->vertex_2i(t.x[i], turned(context, t.y[i]));
-  }
-  gl->end();
-}
-
-// Forwards the triangle, or opens the target that `draw` then draws on.
+// Calls draw(target, pixels) if there is something to draw on.
 template <class Draw>
-void forward_or_draw(const Triangle &t, int32_t device, Draw draw) {
-  OutputContext *context = output_context;
-  if (context->window.opengl_on != 0) return forward_triangle(context, t);
+void draw_on_target(OutputContext *context, int32_t device, Draw draw) {
   if (!window_device(device)) flush_raster(context);
   Target target;
   if (!open_target(context, device, Depths::ignored, &target)) return;
@@ -169,6 +148,25 @@ void forward_or_draw(const Triangle &t, int32_t device, Draw draw) {
 
 }  // namespace
 
+void draw_index_triangle(OutputContext *context, int32_t device, const IndexTriangle &triangle) {
+  draw_on_target(context, device, [&](const Target &t, const auto &pixels) {
+    walk_triangle(t.box, triangle, [&](int32_t x1, int32_t x2, int32_t row, double c1, double c2) {
+      index_span(t.box, pixels, x1, x2, row, c1, c2);
+    });
+  });
+}
+
+void draw_quad_half(OutputContext *context, int32_t device, const IndexTriangle &half,
+                    const IndexQuad &quad) {
+  const QuadMap map = quad_map(quad.x, quad.y, quad.colour);
+  draw_on_target(context, device, [&](const Target &t, const auto &pixels) {
+    walk_triangle(t.box, half,
+                  [&](int32_t x1, int32_t x2, int32_t row, double /*c1*/, double /*c2*/) {
+                    quad_span(t, pixels, map, x1, x2, row);
+                  });
+  });
+}
+
 }  // namespace quorix
 
 using namespace quorix;
@@ -176,28 +174,20 @@ using namespace quorix;
 extern "C" int32_t qqdtri(const int32_t *x, const int32_t *y, const int32_t *colour,
                           int32_t device) {
   if (output_context == nullptr) return 0;
-  const Triangle triangle = {
+  const DepthCalls *calls = depth_calls(output_context, OpenLayer::passed_by);
+  const IndexTriangle triangle = {
       {x[0], x[1], x[2]}, {y[0], y[1], y[2]}, {colour[0], colour[1], colour[2]}};
-  forward_or_draw(triangle, device, [&](const Target &t, const auto &pixels) {
-    walk_triangle(t.box, triangle, [&](int32_t x1, int32_t x2, int32_t row, double c1, double c2) {
-      index_span(t.box, pixels, x1, x2, row, c1, c2);
-    });
-  });
+  if (calls != nullptr) calls->index_triangle(output_context, device, triangle);
   return 0;
 }
 
 extern "C" int32_t qqdtri2(const int32_t *x, const int32_t *y, const int32_t *colour, int32_t half,
                            int32_t device) {
   if (output_context == nullptr) return 0;
+  const DepthCalls *calls = depth_calls(output_context, OpenLayer::passed_by);
   const int32_t middle = half == 1 ? 1 : 3;
-  const Triangle triangle = {
+  const IndexTriangle triangle = {
       {x[0], x[middle], x[2]}, {y[0], y[middle], y[2]}, {colour[0], colour[middle], colour[2]}};
-  const QuadMap map = quad_map(x, y, colour);
-  forward_or_draw(triangle, device, [&](const Target &t, const auto &pixels) {
-    walk_triangle(t.box, triangle,
-                  [&](int32_t x1, int32_t x2, int32_t row, double /*c1*/, double /*c2*/) {
-                    quad_span(t, pixels, map, x1, x2, row);
-                  });
-  });
+  if (calls != nullptr) calls->quad_half(output_context, device, triangle, {x, y, colour});
   return 0;
 }

@@ -5,7 +5,6 @@
 
 #include "base/numbers.h"
 #include "base/sort3.h"
-#include "depth/opengl.h"
 #include "depth/pixel_formats.h"
 #include "depth/shade.h"
 #include "quorix/depth.h"
@@ -18,11 +17,7 @@ namespace {
 // Corners nearer than this share a row, whatever their rounding.
 constexpr double same_row = 0.1;
 
-struct Corners {
-  const double *x, *y, *z, *r, *g, *b;
-};
-
-ShadePoint corner(const Corners &c, int32_t i) {
+ShadePoint corner(const ShadedTriangle &c, int32_t i) {
   return {{c.r[i] * 255.0, c.g[i] * 255.0, c.b[i] * 255.0, c.z[i]}, c.x[i]};
 }
 
@@ -77,7 +72,7 @@ void walk_rows(const Target &t, bool tame, ShadeEdges *edges, int64_t first, int
 // A small triangle is drawn in less time than its memory takes to come, and whether a pixel passes
 // is hard to foresee, so all of its rows are asked for in advance. Inlined always: as a function of
 // its own the compiler takes it for one without effect.
-__attribute__((always_inline)) inline void fetch_rows(const Target &t, const Corners &c,
+__attribute__((always_inline)) inline void fetch_rows(const Target &t, const ShadedTriangle &c,
                                                       const Rows &rows) {
   constexpr int32_t most_rows = 24;
   constexpr int32_t most_columns = 24;
@@ -101,7 +96,7 @@ __attribute__((always_inline)) inline void fetch_rows(const Target &t, const Cor
 
 // All corners on one row. Places and depths follow x, colours stay in the order of y. Kept: the
 // faces of flat surfaces seen from the side depend on it.
-void shade_flat(const Target &t, const Corners &c, const int32_t *by_y, int32_t row) {
+void shade_flat(const Target &t, const ShadedTriangle &c, const int32_t *by_y, int32_t row) {
   int32_t by_x[3];
   sort3_double(c.x, &by_x[0], &by_x[1], &by_x[2]);
   ShadePoint points[3];
@@ -114,7 +109,7 @@ void shade_flat(const Target &t, const Corners &c, const int32_t *by_y, int32_t 
   shade_span(t, points[1], points[2], row);
 }
 
-void shade_triangle(const Target &t, const Corners &corners) {
+void shade_triangle(const Target &t, const ShadedTriangle &corners) {
   if (is_empty(t.box)) return;
   int32_t order[3];
   sort3_double(corners.y, &order[0], &order[1], &order[2]);
@@ -145,27 +140,34 @@ void shade_triangle(const Target &t, const Corners &corners) {
   walk_rows(t, tame, &edges, static_cast<int64_t>(rows.b) + 1, rows.c);
 }
 
-void forward_triangle(const OutputContext *context, const Corners &c) {
-  const GlCalls *gl = window_gl(context);
-  if (gl == nullptr) return;
-  const auto alpha = static_cast<float>(context->colours.colour_alpha / 255.0);
-  gl->begin(gl_triangles);
+void forward(OutputContext *context, int32_t device, const ShadedTriangle &triangle) {
+  const DepthCalls *calls = depth_calls(context, OpenLayer::drawn_on);
+  if (calls != nullptr) calls->shaded_triangle(context, device, triangle);
+}
+
+// With colour arguments at the corners.
+void forward_colours(OutputContext *context, int32_t device, const double *x, const double *y,
+                     const double *z, const int32_t *colour) {
+  double r[3];
+  double g[3];
+  double b[3];
   for (int i = 0; i < 3; ++i) {
-    const auto r = static_cast<float>(c.r[i]);
-    const auto g = static_cast<float>(c.g[i]);
-    const auto b = static_cast<float>(c.b[i]);
-    if (context->depth.alpha_blend_on != 0) {
-      gl->colour_4f(r, g, b, alpha);
-    } else {
-      gl->colour_3f(r, g, b);
-    }
-    gl->vertex_3f(static_cast<float>(c.x[i]), static_cast<float>(turned(context, c.y[i])),
-                  static_cast<float>(c.z[i]));
+    Rgb rgb = {};
+    colour_to_rgb(context, colour[i], &rgb.r, &rgb.g, &rgb.b);
+    r[i] = rgb.r / 255.0;
+    g[i] = rgb.g / 255.0;
+    b[i] = rgb.b / 255.0;
   }
-  gl->end();
+  forward(context, device, {x, y, z, r, g, b});
 }
 
 }  // namespace
+
+void draw_shaded_triangle(OutputContext *context, int32_t device, const ShadedTriangle &triangle) {
+  if (!window_device(device)) flush_raster(context);
+  Target target;
+  if (open_target(context, device, Depths::used, &target)) shade_triangle(target, triangle);
+}
 
 }  // namespace quorix
 
@@ -173,42 +175,25 @@ using namespace quorix;
 
 extern "C" int32_t qqztri3(const double *x, const double *y, const double *z, const double *r,
                            const double *g, const double *b, int32_t device) {
-  OutputContext *context = output_context;
-  if (context == nullptr) return 0;
-  const Corners corners = {x, y, z, r, g, b};
-  if (forwards_to_gl(context)) {
-    forward_triangle(context, corners);
-    return 0;
-  }
-  if (!window_device(device)) flush_raster(context);
-  Target target;
-  if (open_target(context, device, Depths::used, &target)) shade_triangle(target, corners);
+  if (output_context != nullptr) forward(output_context, device, {x, y, z, r, g, b});
   return 0;
 }
 
 extern "C" int32_t qqztri2(const double *x, const double *y, const int32_t *colour, const double *z,
                            int32_t device) {
-  if (output_context == nullptr) return 0;
-  double r[3];
-  double g[3];
-  double b[3];
-  for (int i = 0; i < 3; ++i) {
-    Rgb rgb = {};
-    colour_to_rgb(output_context, colour[i], &rgb.r, &rgb.g, &rgb.b);
-    r[i] = rgb.r / 255.0;
-    g[i] = rgb.g / 255.0;
-    b[i] = rgb.b / 255.0;
-  }
-  return qqztri3(x, y, z, r, g, b, device);
+  if (output_context != nullptr) forward_colours(output_context, device, x, y, z, colour);
+  return 0;
 }
 
 extern "C" int32_t qqztri(const int32_t *x, const int32_t *y, const int32_t *colour,
                           const double *z, int32_t device) {
+  if (output_context == nullptr) return 0;
   double xs[3];
   double ys[3];
   for (int i = 0; i < 3; ++i) {
     xs[i] = static_cast<double>(x[i]);
     ys[i] = static_cast<double>(y[i]);
   }
-  return qqztri2(xs, ys, colour, z, device);
+  forward_colours(output_context, device, xs, ys, z, colour);
+  return 0;
 }

@@ -1,9 +1,35 @@
 // SPDX-License-Identifier: MIT
 //
-// Finding the pixels that a device number means.
+// Who draws, and the pixels that a device number means.
 #include "depth/depth.h"
 
 namespace quorix {
+
+namespace {
+
+constexpr DepthCalls bitmap_calls = {.switch_depths = switch_bitmap_depths,
+                                     .clear_depths = clear_bitmap_depths,
+                                     .clear_picture = clear_bitmap,
+                                     .line = draw_depth_line,
+                                     .shaded_triangle = draw_shaded_triangle,
+                                     .index_triangle = draw_index_triangle,
+                                     .quad_half = draw_quad_half,
+                                     .switch_blending = nullptr,
+                                     .plain_point = nullptr,
+                                     .plain_line = nullptr,
+                                     .text_pixel = nullptr,
+                                     .row_out = nullptr,
+                                     .row_in = nullptr};
+
+}  // namespace
+
+const DepthCalls *depth_calls(const OutputContext *context, OpenLayer layer) {
+  if (context->window.opengl_on == 0) return &bitmap_calls;
+  const bool open = context->buffers.raster_state == raster_blending;
+  if (open && layer == OpenLayer::drawn_on) return &bitmap_calls;
+  const Device *window = window_family_device(context);
+  return window == nullptr ? nullptr : window->depth;
+}
 
 bool open_target(OutputContext *context, int32_t device, Depths depths, Target *target) {
   Target &t = *target;

@@ -22,9 +22,6 @@ namespace {
 constexpr int32_t fallback_glyph = 32;  // a place in the file, not a code
 constexpr double told_pi = 3.1415927;   // kept: its error shows at 180 and 270 degrees
 
-constexpr uint32_t gl_unsigned_byte = 0x1401;
-constexpr uint32_t gl_rgb = 0x1907;
-
 struct Turn {
   int32_t angle;
   double sine, cosine;
@@ -117,14 +114,10 @@ void draw_glyph(const Text &text, const Bounds &bounds, Put put) {
   }
 }
 
-// One pixel at a time, through OpenGL.
-void draw_by_gl(OutputContext *context, const GlCalls &gl, const Text &text) {
-  const uint8_t colour[3] = {context->colours.colour_r, context->colours.colour_g,
-                             context->colours.colour_b};
-  draw_glyph(text, clip_bounds(*context), [&](int32_t x, int32_t y) {
-    gl.raster_position(x, to_int32(static_cast<double>(context->page.height) - 1 - y));
-    gl.draw_pixels(1, 1, gl_rgb, gl_unsigned_byte, colour);
-  });
+// One pixel at a time, by a window that has no bitmap.
+void draw_by_calls(OutputContext *context, const DepthCalls &calls, const Text &text) {
+  draw_glyph(text, clip_bounds(*context),
+             [&](int32_t x, int32_t y) { calls.text_pixel(context, x, y); });
 }
 
 void draw_by_set_pixel(OutputContext *context, const DeviceBitmap &bitmap, const Text &text) {
@@ -162,7 +155,7 @@ void draw_on_device(OutputContext *context, int32_t number, const Text &text) {
   if (device == nullptr) return;
   const bool window = window_device(number);
   if (window && context->window.opengl_on != 0) {
-    if (device->gl != nullptr) draw_by_gl(context, *device->gl, text);
+    if (device->depth != nullptr) draw_by_calls(context, *device->depth, text);
     return;
   }
   DeviceBitmap bitmap = {};

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "window/opengl_depth.h"
+
 namespace quorix::testing {
 
 namespace {
@@ -145,7 +147,7 @@ const GlCalls gl_calls = {[](uint32_t capability) { noted("glEnable", {double(ca
                           gl_draw_pixels};
 
 const Device plain_device = {flush,  read_rectangle, write_row, set_colour, fill,
-                             bitmap, map_index,      copy_out,  copy_in,    &gl_calls};
+                             bitmap, map_index,      copy_out,  copy_in,    &opengl_depth_calls};
 
 }  // namespace
 
@@ -153,11 +155,13 @@ WindowDevice::WindowDevice(PlainWindow *window) {
   the_window = window;
   copies = 0;
   refusing = false;
+  use_gl_calls(&gl_calls);
   register_window_device(&plain_device);
 }
 
 WindowDevice::~WindowDevice() {
   register_window_device(nullptr);
+  use_gl_calls(nullptr);
   the_window = nullptr;
 }
 

@@ -15,6 +15,7 @@
 #include "tests/support/character_tables.h"
 #include "tests/support/environment_variable.h"
 #include "tests/support/memory_files.h"
+#include "window/opengl_depth.h"
 
 namespace quorix::testing {
 namespace {
@@ -369,11 +370,12 @@ void note_drawing(int32_t w, int32_t h, uint32_t format, uint32_t type, const vo
 
 TEST_F(BdfOnAWindow, DrawsThroughOpenGlFromTheLowerEdge) {
   open(true);
-  GlCalls calls = {};
+  static GlCalls calls = {};
   calls.raster_position = note_position;
   calls.draw_pixels = note_drawing;
   Device gl_window = window;
-  gl_window.gl = &calls;
+  gl_window.depth = &opengl_depth_calls;
+  use_gl_calls(&calls);
   register_window_device(&gl_window);
   output_context->window.opengl_on = 1;
   gl_places.clear();
