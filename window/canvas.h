@@ -79,8 +79,8 @@ struct CanvasCalls {
   void (*set_palette)(Canvas *canvas, const PaletteEntry *entries, int32_t count);
 
   // ---- Drawing, lines with the pen, areas with a solid colour and the pen around them
-  // As a polyline of GDI: the last point is left out.
-  void (*polyline)(Canvas *canvas, const CanvasPoint *points, int32_t count);
+  // The last point may be left out: who wants it sets its pixel too.
+  void (*polyline)(Canvas *canvas, const int32_t *xs, const int32_t *ys, int32_t count);
   void (*polygon)(Canvas *canvas, const CanvasPoint *points, int32_t count, uint32_t colour);
   // Without the pen.
   void (*fill_rectangle)(Canvas *canvas, const CanvasRect &rect, uint32_t colour);

@@ -26,6 +26,9 @@ inline WindowSet *current_window_set() {
 inline WindowSlot &current_window(WindowSet *set) {
   return set->slots[set->current_slot];
 }
+inline const WindowSlot &current_window(const WindowSet *set) {
+  return set->slots[set->current_slot];
+}
 
 // The slot of an open window, or no_slot.
 int32_t open_slot_of(const WindowSet *set, WindowId window);
@@ -64,6 +67,8 @@ struct ScrollOffset {
 };
 // Where in its bitmap a scrolled host window begins; 0, 0 for all others.
 ScrollOffset scroll_offset(const WindowSet *set, int32_t slot);
+// Draws what is gathered, takes the events that wait, and shows all windows.
+void show_now(OutputContext *context);
 // Puts what was drawn onto the screen, in all open windows.
 void show_windows(OutputContext *context);
 // A host window's plot ends but its picture lives on: makes its scroll record.

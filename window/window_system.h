@@ -18,6 +18,7 @@ inline constexpr WindowId no_window = 0;
 
 struct Canvas;
 struct CanvasFont;
+struct FontMetrics;
 struct GlCalls;
 
 struct ScreenInfo {
@@ -99,6 +100,8 @@ struct GlSystem {
   void (*scissor)(int32_t x, int32_t y, int32_t width, int32_t height);
   // Outline fonts as display lists; false where the font cannot be had.
   bool (*select_font)(WindowId window, const CanvasFont &font);
+  bool (*font_metrics)(WindowId window, FontMetrics *metrics);
+  int32_t (*text_width)(WindowId window, int32_t code, bool wide);
   void (*release_font)();
   void (*text)(int32_t x, int32_t y, int32_t size, int32_t angle, int32_t code);
   const GlCalls *calls;
