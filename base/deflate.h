@@ -2,6 +2,7 @@
 //
 // The one gate through which the library makes zlib streams.
 //
+//   if (!deflate_room(count, &room)) return ...;
 //   DeflateRun run;
 //   DeflateStatus status = start_deflate(&run, output, room);
 //   if (status == DeflateStatus::done) status = feed_deflate(&run, bytes, count, last);  // repeat
@@ -42,6 +43,9 @@ struct DeflateRun {
   size_t written;
   bool started;
 };
+
+// Room for the stream of any `bytes` bytes; false if no size can hold the number.
+bool deflate_room(size_t bytes, size_t *room);
 
 // The stream goes into `room` bytes at `output`.
 DeflateStatus start_deflate(DeflateRun *run, uint8_t *output, size_t room);

@@ -273,6 +273,7 @@ int32_t decode_bmp(ByteSource *source, RowSink *sink) {
 extern "C" int32_t qqpibmp(const char *file, const int32_t *device, const void * /*unused*/,
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status) {
-  return quorix::read_image(file, {*device, *device_width, *device_height, *x, *y}, status,
+  return quorix::read_image(quorix::output_context, file,
+                            {*device, *device_width, *device_height, *x, *y}, status,
                             quorix::decode_bmp);
 }

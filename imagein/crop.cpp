@@ -3,6 +3,7 @@
 // A rectangle of the held picture, and rows of it.
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "imagein/imagein.h"
 #include "quorix/imagein.h"
@@ -12,13 +13,13 @@ namespace quorix {
 namespace {
 
 // A rectangle may have no columns or rows, but it starts inside.
-bool is_inside(const ImageReader &picture, int32_t x, int32_t y, int32_t width, int32_t height) {
+bool is_inside(const Picture &picture, int32_t x, int32_t y, int32_t width, int32_t height) {
   if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) return false;
   if (width < 0 || height < 0) return false;
   return width <= picture.width - x && height <= picture.height - y;
 }
 
-void copy_rectangle(const ImageReader &from, int32_t x, int32_t y, ImageReader *to) {
+void copy_rectangle(const Picture &from, int32_t x, int32_t y, Picture *to) {
   const auto width = static_cast<size_t>(to->width);
   const auto from_width = static_cast<size_t>(from.width);
   size_t at = static_cast<size_t>(y) * from_width + static_cast<size_t>(x);
@@ -32,19 +33,18 @@ void copy_rectangle(const ImageReader &from, int32_t x, int32_t y, ImageReader *
 ReaderStatus crop_held_picture(int32_t x, int32_t y, int32_t width, int32_t height) {
   if (held_picture == nullptr || !is_inside(*held_picture, x, y, width, height))
     return reader_bad_format;
-  const ImageReader &from = *held_picture;
-  ImageReader *const part = make_picture(width, height, open_alpha(from) != nullptr);
+  const Picture &from = *held_picture;
+  OwnedPicture part = make_picture(width, height, open_alpha(from) != nullptr);
   if (part == nullptr) return reader_no_memory;
   part->device_width = from.device_width;
   part->device_height = from.device_height;
-  copy_rectangle(from, x, y, part);
-  release_held_picture();
-  held_picture = part;
+  copy_rectangle(from, x, y, part.get());
+  hold_picture(std::move(part));
   return reader_done;
 }
 
 // What lies beside the picture is black.
-void copy_row(const ImageReader &picture, uint8_t *row, int64_t x, int32_t y, int64_t count) {
+void copy_row(const Picture &picture, uint8_t *row, int64_t x, int32_t y, int64_t count) {
   std::memset(row, 0, static_cast<size_t>(count) * rgb_bytes);
   const int64_t first = std::max<int64_t>(x, 0);
   const int64_t end = std::min<int64_t>(x + count, picture.width);
@@ -59,20 +59,18 @@ void copy_row(const ImageReader &picture, uint8_t *row, int64_t x, int32_t y, in
 
 }  // namespace quorix
 
-using namespace quorix;
-
 extern "C" int32_t qqpiwin(const int32_t *x, const int32_t *y, const int32_t *width,
                            const int32_t *height, int32_t *status) {
-  *status = crop_held_picture(*x, *y, *width, *height);
-  return *status == reader_done ? 0 : 1;
+  *status = quorix::crop_held_picture(*x, *y, *width, *height);
+  return *status == quorix::reader_done ? 0 : 1;
 }
 
 extern "C" int32_t qqpgrow(uint8_t *row, const int32_t *x, const int32_t *y, const int32_t *count) {
   constexpr int32_t release = -1;
   if (*count == release) {
-    release_held_picture();
-  } else if (held_picture != nullptr && *count > 0) {
-    copy_row(*held_picture, row, *x, *y, *count);
+    quorix::hold_picture({});
+  } else if (quorix::held_picture != nullptr && *count > 0) {
+    quorix::copy_row(*quorix::held_picture, row, *x, *y, *count);
   }
   return 0;
 }

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
 // The picture that is held in memory.
+#include <utility>
+
 #include "imagein/imagein.h"
 
 namespace quorix {
 
-ImageReader *held_picture = nullptr;
+Picture *held_picture = nullptr;
 
 namespace {
 
@@ -19,36 +21,35 @@ bool picture_sizes(size_t width, size_t height, size_t extra, size_t *rgb, size_
 
 }  // namespace
 
-ImageReader *make_picture(int32_t width, int32_t height, bool with_alpha, size_t extra,
+OwnedPicture make_picture(int32_t width, int32_t height, bool with_alpha, size_t extra,
                           bool cleared) {
-  if (width < 0 || height < 0) return nullptr;
+  if (width < 0 || height < 0) return {};
   size_t rgb = 0;
   size_t alpha = 0;
   if (!picture_sizes(static_cast<size_t>(width), static_cast<size_t>(height), extra, &rgb, &alpha))
-    return nullptr;
-  auto *picture = static_cast<ImageReader *>(allocate_zeroed_bytes(sizeof(ImageReader)));
-  if (picture == nullptr) return nullptr;
+    return {};
+  OwnedPicture picture(static_cast<Picture *>(allocate_zeroed_bytes(sizeof(Picture))));
+  if (picture == nullptr) return {};
   picture->width = width;
   picture->height = height;
   const auto allocate = cleared ? allocate_zeroed_bytes : allocate_bytes;
   picture->pixels = static_cast<uint8_t *>(allocate(rgb + pixel_slack));
   if (with_alpha)
     picture->alpha = static_cast<uint8_t *>(allocate_zeroed_bytes(alpha + pixel_slack));
-  if (picture->pixels != nullptr && (picture->alpha != nullptr || !with_alpha)) return picture;
-  release_picture(picture);
-  return nullptr;
+  const bool whole = picture->pixels != nullptr && (picture->alpha != nullptr || !with_alpha);
+  return whole ? std::move(picture) : OwnedPicture();
 }
 
-void release_picture(ImageReader *picture) {
+void release_picture(Picture *picture) {
   if (picture == nullptr) return;
   release_bytes(picture->pixels);
   release_bytes(picture->alpha);
   release_bytes(picture);
 }
 
-void release_held_picture() {
+void hold_picture(OwnedPicture picture) {
   release_picture(held_picture);
-  held_picture = nullptr;
+  held_picture = picture.release();
 }
 
 }  // namespace quorix

@@ -12,7 +12,8 @@
 //   }
 //
 //   extern "C" int32_t qqpiabc(...) {
-//     return quorix::read_image(file, {*device, *device_width, *device_height, *x, *y}, status,
+//     return quorix::read_image(quorix::output_context, file,
+//                               {*device, *device_width, *device_height, *x, *y}, status,
 //                               quorix::decode_abc);
 //   }
 //
@@ -22,6 +23,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "base/byte_source.h"
 #include "base/memory.h"
@@ -43,35 +45,41 @@ inline constexpr size_t rgb_bytes = 3;
 
 // ---- held_picture.cpp
 
-// A picture in memory. Sizes are never negative.
-struct ImageReader {
-  uint8_t *pixels;  // owned; width * height RGB triples, rows from the top
-  uint8_t *alpha;   // owned; width * height bytes, or null
+// A picture in memory, which goes with release_picture. Sizes are never negative.
+struct Picture {
+  uint8_t *pixels;  // width * height RGB triples, rows from the top
+  uint8_t *alpha;   // width * height bytes, or null
   int32_t width, height;
   int32_t device_width, device_height;  // what qqpiscl cuts rows at
-  uint8_t background_done;              // alpha went into the pixels already and means nothing now
+  bool background_done;                 // alpha went into the pixels already and means nothing now
 };
 
-// The one that is held between calls, or null.
-extern ImageReader *held_picture;
+// The one that is held between calls, or null; hold_picture alone changes it.
+extern Picture *held_picture;
 
 // Bytes behind `pixels` and `alpha` that are there, though they belong to no pixel: so a pixel can
 // be loaded as a whole word.
 inline constexpr size_t pixel_slack = 16;
 
-// A picture of zeros with room for `extra` pixels more behind its last; null without memory or
-// where a size is negative. release_picture takes null too. The colours of an uncleared picture are
-// not set.
-ImageReader *make_picture(int32_t width, int32_t height, bool with_alpha, size_t extra = 0,
-                          bool cleared = true);
-void release_picture(ImageReader *picture);
+void release_picture(Picture *picture);
 
-// Gives back the held picture, if any.
-void release_held_picture();
+struct ReleasePicture {
+  void operator()(Picture *picture) const { release_picture(picture); }
+};
+
+using OwnedPicture = std::unique_ptr<Picture, ReleasePicture>;
+
+// A picture of zeros with room for `extra` pixels more behind its last; empty without memory or
+// where a size is negative. The colours of an uncleared picture are not set.
+OwnedPicture make_picture(int32_t width, int32_t height, bool with_alpha, size_t extra = 0,
+                          bool cleared = true);
+
+// Holds another picture, or none, and gives back the one that was held.
+void hold_picture(OwnedPicture picture);
 
 // The alpha that still has to be applied, or null.
-inline uint8_t *open_alpha(const ImageReader &picture) {
-  return picture.background_done != 0 ? nullptr : picture.alpha;
+inline uint8_t *open_alpha(const Picture &picture) {
+  return picture.background_done ? nullptr : picture.alpha;
 }
 
 // ---- row_sink.cpp
@@ -88,12 +96,13 @@ struct RowSink {
   ReaderTarget target;
   OutputContext *context;
   const Device *device;  // null: the picture is held
-  ImageReader *picture;  // held_picture while a picture is built, else null
+  Picture *picture;      // held_picture while a picture is built, else null
 };
 
 // A sink for these arguments. Without a device number always reader_done; otherwise reader_no_file
-// where there is no drawing record and reader_no_device where no device answers.
-ReaderStatus open_sink(RowSink *sink, const ReaderTarget &target);
+// where there is no drawing record (`context` is null) and reader_no_device where no device
+// answers.
+ReaderStatus open_sink(RowSink *sink, OutputContext *context, const ReaderTarget &target);
 
 // What a decoder tells before the first row.
 struct PictureForm {
@@ -120,7 +129,7 @@ void put_row(RowSink *sink, uint8_t *rgb, const uint8_t *alpha, int64_t column, 
              int64_t count);
 
 // Sends all rows of a picture to the sink's device.
-void show_picture(RowSink *sink, ImageReader *picture);
+void show_picture(RowSink *sink, Picture *picture);
 
 // trunc(c * a + (1 - a) * under + 0.5) with a = alpha / 255, in whole numbers: the value that is
 // truncated is never nearer than 1/510 to a whole number, so rounding errors cannot matter.
@@ -135,6 +144,7 @@ inline uint8_t blend_component(uint32_t colour, uint32_t alpha, uint32_t under) 
 using Decoder = int32_t (*)(ByteSource *source, RowSink *sink);
 
 // The whole of a reading operation, which returns what this returns.
-int32_t read_image(const char *file, const ReaderTarget &target, int32_t *status, Decoder decode);
+int32_t read_image(OutputContext *context, const char *file, const ReaderTarget &target,
+                   int32_t *status, Decoder decode);
 
 }  // namespace quorix

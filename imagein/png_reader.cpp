@@ -69,7 +69,7 @@ bool prepare(const PngHeader &header, PngReader *reader) {
 // ---- where rows go
 
 // Pixels of an interlaced picture, each to its own place.
-void scatter_row(ImageReader *picture, const PngPass &pass, int32_t row, const uint8_t *rgb,
+void scatter_row(Picture *picture, const PngPass &pass, int32_t row, const uint8_t *rgb,
                  const uint8_t *alpha, size_t count) {
   const auto y = static_cast<size_t>(pass.y + static_cast<int64_t>(row) * pass.y_step);
   const size_t first = y * static_cast<size_t>(picture->width) + static_cast<size_t>(pass.x);
@@ -147,7 +147,7 @@ bool clears_rest(const PngHeader &header) {
 }
 
 void clear_rest(const PngReader &reader) {
-  const ImageReader *const held = reader.sink->picture;
+  const Picture *const held = reader.sink->picture;
   if (held == nullptr || !clears_rest(*reader.header)) return;
   const size_t row = rgb_bytes * static_cast<size_t>(held->width);
   const auto rows = static_cast<size_t>(held->height - reader.delivered);
@@ -190,6 +190,7 @@ int32_t decode_png_file(ByteSource *source, RowSink *sink) {
 extern "C" int32_t qqpipng(const char *file, const int32_t *device, const void * /*unused*/,
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status) {
-  return quorix::read_image(file, {*device, *device_width, *device_height, *x, *y}, status,
+  return quorix::read_image(quorix::output_context, file,
+                            {*device, *device_width, *device_height, *x, *y}, status,
                             quorix::decode_png_file);
 }

@@ -10,11 +10,11 @@ namespace {
 // A picture that was built to be shown is shown now, and not held after that. What a failed reading
 // has built is not held either.
 void finish_picture(RowSink *sink, bool delivered) {
-  ImageReader *const built = sink->picture;
+  Picture *const built = sink->picture;
   if (built == nullptr || (delivered && sink->device == nullptr)) return;
   sink->picture = nullptr;
   if (delivered) show_picture(sink, built);
-  release_held_picture();
+  hold_picture({});
 }
 
 int32_t read_file_into(RowSink *sink, const char *file, Decoder decode) {
@@ -28,9 +28,10 @@ int32_t read_file_into(RowSink *sink, const char *file, Decoder decode) {
 
 }  // namespace
 
-int32_t read_image(const char *file, const ReaderTarget &target, int32_t *status, Decoder decode) {
+int32_t read_image(OutputContext *context, const char *file, const ReaderTarget &target,
+                   int32_t *status, Decoder decode) {
   RowSink sink;
-  const ReaderStatus found = open_sink(&sink, target);
+  const ReaderStatus found = open_sink(&sink, context, target);
   *status = found == reader_done ? read_file_into(&sink, file, decode) : found;
   return 0;
 }

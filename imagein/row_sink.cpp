@@ -15,7 +15,7 @@ constexpr int64_t blend_pixels = 4096;
 
 constexpr auto triple = static_cast<int64_t>(rgb_bytes);
 
-void store_row(const ImageReader &picture, const uint8_t *rgb, const uint8_t *alpha, int64_t x,
+void store_row(const Picture &picture, const uint8_t *rgb, const uint8_t *alpha, int64_t x,
                int64_t y, int64_t count) {
   if (y < 0 || y >= picture.height || x < 0 || x >= picture.width) return;
   const auto pixels = static_cast<size_t>(std::min<int64_t>(count, picture.width - x));
@@ -69,23 +69,24 @@ bool is_near(int64_t number) {
 
 }  // namespace
 
-ReaderStatus open_sink(RowSink *sink, const ReaderTarget &target) {
-  *sink = {target, output_context, nullptr, nullptr};
+ReaderStatus open_sink(RowSink *sink, OutputContext *context, const ReaderTarget &target) {
+  *sink = {target, context, nullptr, nullptr};
   if (target.device == 0) return reader_done;
-  if (output_context == nullptr) return reader_no_file;
-  sink->device = device_for(output_context, target.device);
+  if (context == nullptr) return reader_no_file;
+  sink->device = device_for(context, target.device);
   return sink->device != nullptr ? reader_done : reader_no_device;
 }
 
 bool start_picture(RowSink *sink, const PictureForm &form) {
   if (sink->device != nullptr && !form.complete_first) return true;
-  release_held_picture();
-  held_picture = sink->picture = make_picture(std::max(form.width, 0), std::max(form.height, 0),
-                                              form.alpha, 0, !form.sets_all);
+  hold_picture({});  // before there is need for room for the next
+  hold_picture(make_picture(std::max(form.width, 0), std::max(form.height, 0), form.alpha, 0,
+                            !form.sets_all));
+  sink->picture = held_picture;
   if (held_picture == nullptr) return false;
   held_picture->device_width = sink->target.device_width;
   held_picture->device_height = sink->target.device_height;
-  held_picture->background_done = form.background_done ? 1 : 0;
+  held_picture->background_done = form.background_done;
   return true;
 }
 
@@ -100,7 +101,7 @@ void put_row(RowSink *sink, uint8_t *rgb, const uint8_t *alpha, int64_t column, 
 }
 
 // A file may claim rows without number, so those beside the device are not even tried.
-void show_picture(RowSink *sink, ImageReader *picture) {
+void show_picture(RowSink *sink, Picture *picture) {
   const auto width = static_cast<size_t>(picture->width);
   uint8_t *const alpha = open_alpha(*picture);
   const int64_t first = std::max<int64_t>(-int64_t{sink->target.y}, 0);

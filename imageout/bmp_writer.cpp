@@ -137,7 +137,8 @@ extern "C" int32_t qqpbmp(const char *file, const int32_t *device, const int32_t
                           const int32_t *width, const int32_t *height, const uint32_t *palette,
                           const int32_t *colours, int32_t *status) {
   quorix::BmpWriter bmp = {};
-  const quorix::WriterStatus found = quorix::find_source(&bmp.source, *device, *width, *height);
+  const quorix::WriterStatus found =
+      quorix::find_source(&bmp.source, quorix::output_context, *device, *width, *height);
   if (found != quorix::writer_done) {
     *status = found;
     return 0;

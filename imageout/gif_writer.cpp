@@ -127,7 +127,8 @@ extern "C" int32_t qqpgif(const char *file, const int32_t *device, const int32_t
                           const void * /*unused*/, const uint8_t *background,
                           const int32_t *transparent, int32_t *status) {
   quorix::GifWriter gif = {};
-  const quorix::WriterStatus found = quorix::find_source(&gif.source, *device, *width, *height);
+  const quorix::WriterStatus found =
+      quorix::find_source(&gif.source, quorix::output_context, *device, *width, *height);
   if (found != quorix::writer_done) {
     *status = found;
     return 0;

@@ -29,7 +29,7 @@ enum WriterStatus : int32_t {
 
 struct ImageClip {
   int32_t x, y, width, height;
-  int32_t enabled;
+  bool enabled;
 };
 
 // In force for all writers until qqpclp changes it; none of them does.
@@ -79,8 +79,10 @@ struct PictureSource {
 };
 
 // The source for the arguments that all writers have. writer_no_file where there is no drawing
-// record, writer_no_device where no device answers to the number; then nothing may be written.
-WriterStatus find_source(PictureSource *source, int32_t device, int32_t width, int32_t height);
+// record (`context` is null), writer_no_device where no device answers to the number; then nothing
+// may be written.
+WriterStatus find_source(PictureSource *source, OutputContext *context, int32_t device,
+                         int32_t width, int32_t height);
 
 // The size of the whole picture; false if it does not fit.
 bool picture_bytes(const PictureSource &source, Samples samples, size_t *bytes);

@@ -77,7 +77,7 @@ extern "C" int32_t qqppdf(const char *file, const int32_t *device, const int32_t
                           const int32_t * /*margin_x*/, const int32_t * /*margin_y*/,
                           const int32_t *flags, int32_t *status) {
   quorix::PictureSource source;
-  *status = quorix::find_source(&source, *device, *width, *height);
+  *status = quorix::find_source(&source, quorix::output_context, *device, *width, *height);
   if (*status != quorix::writer_done) return 0;
   const quorix::PageFit fit =
       quorix::fit_on_page(source.area, {*page_set, *page_width, *page_height});

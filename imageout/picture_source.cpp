@@ -24,12 +24,13 @@ PixelPath pixel_path(int32_t device, int32_t height) {
   return height < 0 ? PixelPath::quantised : PixelPath::indexed;
 }
 
-WriterStatus find_source(PictureSource *source, int32_t device, int32_t width, int32_t height) {
-  if (output_context == nullptr) return writer_no_file;
+WriterStatus find_source(PictureSource *source, OutputContext *context, int32_t device,
+                         int32_t width, int32_t height) {
+  if (context == nullptr) return writer_no_file;
   const auto number = static_cast<int32_t>(std::min<int64_t>(magnitude(device), INT32_MAX));
-  const Device *const found = device_for(output_context, number);
+  const Device *const found = device_for(context, number);
   if (found == nullptr) return writer_no_device;
-  *source = {output_context, found, picture_area(width, height)};
+  *source = {context, found, picture_area(width, height)};
   return writer_done;
 }
 

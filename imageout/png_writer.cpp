@@ -153,9 +153,7 @@ bool stream_sizes(const PngWriter &png, StreamSizes *sizes) {
   sizes->row = bytes == 0 ? 0 : bytes / sizes->rows + 1;
   size_t filtered = 0;
   if (!checked_product(&filtered, sizes->row, sizes->rows)) return false;
-  if (filtered > SIZE_MAX / 2) return false;
-  sizes->room = filtered + filtered / 100 + 13;  // a fixed choice, enough for any picture
-  return true;
+  return deflate_room(filtered, &sizes->room);
 }
 
 DeflateStatus compress_rows(const PngWriter &png, const StreamSizes &sizes, uint8_t *row,
@@ -243,7 +241,8 @@ extern "C" int32_t qqppng(char *target, const int32_t *device, const int32_t *or
                           const int32_t *colours, int32_t *status) {
   quorix::PngWriter png = {};
   const bool into_memory = *colours < 0;
-  const quorix::WriterStatus found = quorix::find_source(&png.source, *device, *width, *height);
+  const quorix::WriterStatus found =
+      quorix::find_source(&png.source, quorix::output_context, *device, *width, *height);
   if (found != quorix::writer_done) {
     *status = into_memory ? 0 : found;
     return 0;

@@ -21,9 +21,10 @@ void write_header(std::FILE *file, const PictureArea &area) {
   write_file(file, text, length);
 }
 
-WriterStatus write_ppm(const char *name, int32_t device, int32_t width, int32_t height) {
+WriterStatus write_ppm(OutputContext *context, const char *name, int32_t device, int32_t width,
+                       int32_t height) {
   PictureSource source;
-  const WriterStatus found = find_source(&source, device, width, height);
+  const WriterStatus found = find_source(&source, context, device, width, height);
   if (found != writer_done) return found;
   const OwnedFile file = open_file(name, "wb");
   if (file == nullptr) return writer_no_file;
@@ -42,6 +43,6 @@ WriterStatus write_ppm(const char *name, int32_t device, int32_t width, int32_t 
 
 extern "C" int32_t qqpppm(const char *file, const int32_t *device, const int32_t *width,
                           const int32_t *height, const int32_t * /*unused*/, int32_t *status) {
-  *status = quorix::write_ppm(file, *device, *width, *height);
+  *status = quorix::write_ppm(quorix::output_context, file, *device, *width, *height);
   return 0;
 }

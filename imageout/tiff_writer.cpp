@@ -291,7 +291,8 @@ extern "C" int32_t qqptif(const char *file, const int32_t *device, const int32_t
                           const int32_t *width, const int32_t *height, const uint32_t *palette,
                           const int32_t *form, int32_t *resolution) {
   quorix::TiffWriter tiff = {};
-  const quorix::WriterStatus found = quorix::find_source(&tiff.source, *device, *width, *height);
+  const quorix::WriterStatus found =
+      quorix::find_source(&tiff.source, quorix::output_context, *device, *width, *height);
   if (found != quorix::writer_done) {
     *resolution = found;
     return 0;

@@ -116,8 +116,8 @@ bool is_image_size(int32_t width, int32_t height, int64_t bytes) {
 }  // namespace
 
 OwnedArray<uint8_t> compress_bytes(const uint8_t *data, size_t count, size_t *compressed) {
-  if (count > SIZE_MAX / 2) return {};
-  const size_t room = count + count / 100 + 13;  // a fixed choice, enough for any content
+  size_t room = 0;
+  if (!deflate_room(count, &room)) return {};
   OwnedArray<uint8_t> output = allocate_array<uint8_t>(room);
   if (output == nullptr) return {};
   DeflateRun run;

@@ -46,6 +46,29 @@ DeflateStatus in_pieces(const Bytes &input, size_t piece, size_t room, Bytes *ou
   return status;
 }
 
+TEST(Deflate, HasRoomForAHundredthMoreAnd13Bytes) {
+  const std::pair<size_t, size_t> rooms[] = {
+      {0, 13}, {1, 14}, {99, 112}, {100, 114}, {12345, 12345 + 123 + 13}};
+  for (const auto &[bytes, expected] : rooms) {
+    size_t room = 0;
+    EXPECT_TRUE(deflate_room(bytes, &room));
+    EXPECT_EQ(room, expected);
+  }
+  size_t room = 77;
+  EXPECT_TRUE(deflate_room(SIZE_MAX / 2, &room));
+  EXPECT_FALSE(deflate_room(SIZE_MAX / 2 + 1, &room));
+  EXPECT_FALSE(deflate_room(SIZE_MAX, &room));
+}
+
+TEST(Deflate, HasRoomForWhatDoesNotCompress) {
+  for (const size_t count : {size_t{0}, size_t{1}, size_t{100}, size_t{70000}, size_t{1000000}}) {
+    size_t room = 0;
+    ASSERT_TRUE(deflate_room(count, &room));
+    Bytes output;
+    EXPECT_EQ(in_pieces(test_input(count, 2, true), 4096, room, &output), DeflateStatus::done);
+  }
+}
+
 TEST(Deflate, GivesTheSameStreamForPiecesOfAnySize) {
   for (const bool noise : {false, true}) {
     for (const size_t count : {size_t{0}, size_t{1}, size_t{1000}, size_t{70000}, size_t{400000}}) {
