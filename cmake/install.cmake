@@ -3,11 +3,9 @@
 # holds an absolute path, so that the whole can be moved.
 include(CMakePackageConfigHelpers)
 
-# The C headers.
-set(public_headers algorithms.h datafiles.h depth.h export.h fonts.h imagein.h imageout.h pdf.h
-  quorix.h raster.h system.h window.h)
-list(TRANSFORM public_headers PREPEND ${PROJECT_SOURCE_DIR}/include/quorix/)
-install(FILES ${public_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorix)
+# The C headers, all of them.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/quorix DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN *.h)
 
 # The bitmap fonts, where the library looks for them.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/fonts/ DESTINATION ${CMAKE_INSTALL_DATADIR}/quorix/fonts
