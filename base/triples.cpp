@@ -1,33 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
-// Five pixels of a row stand in 15 bytes, which one instruction turns; the sixteenth belongs to the
-// next pixel and stays. The next five are loaded before these are stored, since a load of what was
-// stored in part just now would wait for it.
+// The plain form, and the choice of the form to use.
 #include "base/triples.h"
-
-#include <immintrin.h>
 
 #include <utility>
 
+#include "base/processor.h"
+
 namespace quorix {
-
-namespace {
-
-__attribute__((target("ssse3"))) void swap_by_fives(uint8_t *pixels, size_t count) {
-  const __m128i order = _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, 15);
-  constexpr size_t loaded = 11;  // pixels that two loads touch
-  if (count >= loaded) {
-    __m128i five = _mm_loadu_si128(reinterpret_cast<const __m128i *>(pixels));
-    for (; count >= loaded; count -= 5, pixels += 15) {
-      const __m128i next = _mm_loadu_si128(reinterpret_cast<const __m128i *>(pixels + 15));
-      _mm_storeu_si128(reinterpret_cast<__m128i *>(pixels), _mm_shuffle_epi8(five, order));
-      five = next;
-    }
-  }
-  swap_red_and_blue_plainly(pixels, count);
-}
-
-}  // namespace
 
 void swap_red_and_blue_plainly(uint8_t *pixels, size_t count) {
   for (size_t i = 0; i < count; ++i, pixels += 3)
@@ -35,12 +15,11 @@ void swap_red_and_blue_plainly(uint8_t *pixels, size_t count) {
 }
 
 void swap_red_and_blue(uint8_t *pixels, size_t count) {
-  static const bool by_fives = __builtin_cpu_supports("ssse3") != 0;
-  if (by_fives) {
-    swap_by_fives(pixels, count);
-  } else {
-    swap_red_and_blue_plainly(pixels, count);
+  if constexpr (compiled_for_x86_64) {
+    if (processor().ssse3) return swap_red_and_blue_ssse3(pixels, count);
   }
+  if constexpr (compiled_for_arm64) return swap_red_and_blue_neon(pixels, count);
+  swap_red_and_blue_plainly(pixels, count);
 }
 
 }  // namespace quorix

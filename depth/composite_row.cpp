@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The plain form of compositing, for every layout, and the choice of the form to use.
+#include "base/processor.h"
 #include "depth/composite.h"
 
 namespace quorix {
@@ -38,9 +39,11 @@ void composite_row_rgba(uint8_t *to, uint8_t *layer, size_t count, CompositeRule
 }
 
 CompositeRow composite_row() {
-  static const CompositeRow best =
-      __builtin_cpu_supports("avx2") != 0 ? composite_row_avx2 : composite_row_sse2;
-  return best;
+  if constexpr (compiled_for_x86_64) {
+    return processor().avx2 ? composite_row_avx2 : composite_row_sse2;
+  } else {
+    return composite_row_rgba;
+  }
 }
 
 }  // namespace quorix

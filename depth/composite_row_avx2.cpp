@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
 // Compositing RGBA onto RGBA, eight pixels at a time; see composite_row_sse2.cpp.
+#include "base/processor.h"
+
+#if QUORIX_X86_64
+
 #include <immintrin.h>
 
 #include "depth/composite.h"
@@ -61,3 +65,5 @@ QUORIX_AVX2 void composite_row_avx2(uint8_t *to, uint8_t *layer, size_t count, C
 }
 
 }  // namespace quorix
+
+#endif

@@ -4,6 +4,10 @@
 //
 // (a * (s - d)) >> 8 is the upper half of the 32-bit product of 4a and 64 (s - d), both of which
 // fit in 16 bits; the shift rounds down as the plain form's does.
+#include "base/processor.h"
+
+#if QUORIX_X86_64
+
 #include <emmintrin.h>
 
 #include "depth/composite.h"
@@ -68,3 +72,5 @@ void composite_row_sse2(uint8_t *to, uint8_t *layer, size_t count, CompositeRule
 }
 
 }  // namespace quorix
+
+#endif

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/numbers.h"
+#include "base/processor.h"
 #include "depth/depth_line.h"
 #include "depth/pixel_formats.h"
 #include "quorix/depth.h"
@@ -102,7 +103,7 @@ void draw_line(const Target &t, const Pixels &pixels, Rgb colour, const DepthLin
   const double from[3] = {u[0], v[0], line.z[0]};
   const double to[3] = {u[1], v[1], line.z[1]};
   const LineWalk w = walk_line(x_major, from, to);
-  if constexpr (std::is_same_v<Pixels, RgbaPixels>) {
+  if constexpr (std::is_same_v<Pixels, RgbaPixels> && compiled_for_x86_64) {
     if (run_rgba_line_sse2(t, ink, w)) return;
   }
   run_line(t, pixels, ink, w);

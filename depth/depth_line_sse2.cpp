@@ -3,6 +3,10 @@
 // Depth-tested lines of RGBA pixels without a branch: whether a pixel passes is hard to foresee,
 // and its depth comes late from memory, so both outcomes are selected by masks and the next steps
 // need not wait.
+#include "base/processor.h"
+
+#if QUORIX_X86_64
+
 #include <emmintrin.h>
 
 #include <cmath>
@@ -75,3 +79,5 @@ bool run_rgba_line_sse2(const Target &t, uint32_t ink, const LineWalk &w) {
 }
 
 }  // namespace quorix
+
+#endif

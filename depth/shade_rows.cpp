@@ -3,6 +3,7 @@
 // The choice between the plain spans and those of the processor.
 #include <cmath>
 
+#include "base/processor.h"
 #include "depth/shade.h"
 #include "raster/surface.h"
 
@@ -10,8 +11,13 @@ namespace quorix {
 
 namespace {
 
+// Null where the plain form is the only one.
 ShadeRgbaRows best_rgba_rows() {
-  return __builtin_cpu_supports("avx2") != 0 ? shade_rows_avx2 : shade_rows_sse2;
+  if constexpr (compiled_for_x86_64) {
+    return processor().avx2 ? shade_rows_avx2 : shade_rows_sse2;
+  } else {
+    return nullptr;
+  }
 }
 
 bool is_opaque_rgba(const Target &t) {
@@ -42,7 +48,7 @@ RgbaRows rgba_rows(const Target &t) {
 
 void shade_rows(const Target &t, bool tame, ShadeEdges *edges, int32_t first, int32_t last) {
   static const ShadeRgbaRows shade_rgba_rows = best_rgba_rows();
-  if (tame && is_opaque_rgba(t)) {
+  if (shade_rgba_rows != nullptr && tame && is_opaque_rgba(t)) {
     shade_rgba_rows(rgba_rows(t), edges, first, last);
   } else {
     shade_rows_plain(t, edges, first, last);

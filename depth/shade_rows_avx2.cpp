@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
 // Shaded spans of opaque RGBA pixels with AVX2.
+#include "base/processor.h"
+
+#if QUORIX_X86_64
+
 #include <cstring>
 
 #include "depth/lanes_avx2.h"
@@ -15,3 +19,5 @@ __attribute__((target("avx2"))) void shade_rows_avx2(const RgbaRows &rows, Shade
 }
 
 }  // namespace quorix
+
+#endif

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
 // Shaded spans of opaque RGBA pixels with SSE2.
+#include "base/processor.h"
+
+#if QUORIX_X86_64
+
 #include <cstring>
 
 #include "depth/lanes_sse2.h"
@@ -14,3 +18,5 @@ void shade_rows_sse2(const RgbaRows &rows, ShadeEdges *edges, int32_t first, int
 }
 
 }  // namespace quorix
+
+#endif

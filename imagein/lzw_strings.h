@@ -7,12 +7,12 @@
 // string is written back to front, 8 bytes a step, and the output before it need not be kept.
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
 #include "base/gif_format.h"
+#include "base/processor.h"  // pieces are stored as they stand: little-endian
 
 namespace quorix {
 
@@ -27,8 +27,6 @@ struct LzwString {
   uint16_t length;
   uint8_t first;
 };
-
-static_assert(std::endian::native == std::endian::little, "pieces are stored as they stand");
 
 inline LzwString single_byte_string(uint8_t byte) {
   return {byte, 0, 1, byte};

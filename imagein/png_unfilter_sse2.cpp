@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
 // One pixel a step, its samples side by side. Rows hold whole pixels.
+#include "base/processor.h"
+
+#if QUORIX_X86_64
+
 #include <emmintrin.h>
 
 #include <cstring>
@@ -136,3 +140,5 @@ void unfilter_pixels_sse2(uint8_t filter, uint8_t *row, const uint8_t *above, si
 }
 
 }  // namespace quorix
+
+#endif

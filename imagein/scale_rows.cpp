@@ -4,6 +4,7 @@
 #include "imagein/scale.h"
 
 #include "base/numbers.h"
+#include "base/processor.h"
 
 namespace quorix {
 
@@ -52,9 +53,10 @@ void scale_alpha(const ScaleRow &row, const ScaleColumn *columns, size_t count, 
 }
 
 ScaleRgb scale_rgb() {
-  static const ScaleRgb best =
-      __builtin_cpu_supports("avx2") != 0 ? scale_rgb_avx2 : scale_rgb_plain;
-  return best;
+  if constexpr (compiled_for_x86_64) {
+    if (processor().avx2) return scale_rgb_avx2;
+  }
+  return scale_rgb_plain;
 }
 
 }  // namespace quorix

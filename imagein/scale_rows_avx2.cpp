@@ -2,6 +2,10 @@
 //
 // Interpolation with the three components of a pixel as lanes: the same products and sums, so the
 // same bits. The fourth lane holds what stands behind the pixel and is overwritten by the next one.
+#include "base/processor.h"
+
+#if QUORIX_X86_64
+
 #include <immintrin.h>
 
 #include <cstring>
@@ -56,3 +60,5 @@ QUORIX_AVX2 void scale_rgb_avx2(const ScaleRow &row, const ScaleColumn *columns,
 }
 
 }  // namespace quorix
+
+#endif

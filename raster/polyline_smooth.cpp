@@ -2,11 +2,11 @@
 //
 // Antialiased lines of width 1 on an RGBA raster: in each column (or row) of a segment the two
 // pixels beside the ideal line share the colour by their distance to it.
-#include <emmintrin.h>
-
 #include <cstdlib>
 
 #include "base/numbers.h"
+#include "raster/blend_pair.h"
+#include "raster/blend_pair_sse2.h"
 #include "raster/raster.h"
 #include "raster/repeated_sum.h"
 
@@ -14,54 +14,11 @@ namespace quorix {
 
 namespace {
 
-// The colour of the pen, as the blending needs it: red and green, and blue twice.
-struct Blend {
-  __m128d rg, bb;
-  uint32_t alpha;  // in the high byte
-};
-
-Blend blend_of(uint32_t ink) {
-  const __m128i rg = _mm_setr_epi32(ink & 255, ink >> 8 & 255, 0, 0);
-  return {_mm_cvtepi32_pd(rg), _mm_set1_pd(static_cast<double>(ink >> 16 & 255)),
-          ink & 0xFF000000U};
-}
-
-// trunc(old + (wanted - old) * weight + 0.5) in two lanes.
-inline __m128i blend_lanes(__m128d old, __m128d wanted, __m128d weight) {
-  const __m128d mixed = _mm_add_pd(old, _mm_mul_pd(_mm_sub_pd(wanted, old), weight));
-  return _mm_cvttpd_epi32(_mm_add_pd(mixed, _mm_set1_pd(0.5)));
-}
-
-struct PixelPair {
-  uint32_t far, near;
-};
-
-// The two pixels beside the line: the far one takes the colour by the weight f, the near one by
-// 1 - f. Their six components are computed in doubles, as three pairs of lanes.
-//
-// Nothing is clamped: just above the page and left of it, where truncation rounds up, weights lie
-// outside 0 to 1, and a component keeps the low byte of what comes out.
-inline PixelPair blend_pair(PixelPair old, const Blend &c, double f) {
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i bytes =
-      _mm_setr_epi32(static_cast<int32_t>(old.far), static_cast<int32_t>(old.near), 0, 0);
-  const __m128i words = _mm_unpacklo_epi8(bytes, zero);
-  const __m128i far = _mm_unpacklo_epi16(words, zero);   // r g b a
-  const __m128i near = _mm_unpackhi_epi16(words, zero);  // r g b a
-  const __m128d weights = _mm_setr_pd(f, 1.0 - f);
-  const __m128i far_rg = blend_lanes(_mm_cvtepi32_pd(far), c.rg, _mm_unpacklo_pd(weights, weights));
-  const __m128i near_rg =
-      blend_lanes(_mm_cvtepi32_pd(near), c.rg, _mm_unpackhi_pd(weights, weights));
-  const __m128i blues = blend_lanes(_mm_cvtepi32_pd(_mm_unpackhi_epi32(far, near)), c.bb, weights);
-  const __m128i low_bytes = _mm_set1_epi32(255);
-  const __m128i new_far = _mm_and_si128(_mm_unpacklo_epi64(far_rg, blues), low_bytes);
-  const __m128i new_near =
-      _mm_and_si128(_mm_unpacklo_epi64(near_rg, _mm_srli_epi64(blues, 32)), low_bytes);
-  const __m128i packed = _mm_packus_epi16(_mm_packs_epi32(new_far, new_near), zero);
-  const auto both = static_cast<uint64_t>(_mm_cvtsi128_si64(packed));
-  return {(static_cast<uint32_t>(both) & 0x00FFFFFFU) | c.alpha,
-          (static_cast<uint32_t>(both >> 32) & 0x00FFFFFFU) | c.alpha};
-}
+#if QUORIX_X86_64
+using Blend = BlendSse2;
+#else
+using Blend = BlendPlain;
+#endif
 
 // Both axes equally long: every pixel lies on the line.
 void draw_diagonal(const RgbaSurface &s, int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
@@ -95,8 +52,8 @@ void draw_guarded(uint32_t *base, const SmoothWalk &w, const Blend &blend, int64
     if (!far_inside && !near_inside) continue;
     uint32_t *near = base + u * w.u_pitch + i * w.v_pitch;
     uint32_t *far = near + w.v_pitch;
-    const PixelPair pair = blend_pair({far_inside ? *far : 0, near_inside ? *near : 0}, blend,
-                                      v - static_cast<double>(i));
+    const PixelPair pair =
+        blend.mixed({far_inside ? *far : 0, near_inside ? *near : 0}, v - static_cast<double>(i));
     if (far_inside) *far = pair.far;
     if (near_inside) *near = pair.near;
   }
@@ -116,7 +73,7 @@ void draw_unguarded(uint32_t *base, const SmoothWalk &w, const Blend &blend, int
     uint32_t *near = column + i * w.v_pitch;
     uint32_t *far = near + w.v_pitch;
     __builtin_prefetch(near + ahead, 1);
-    const PixelPair pair = blend_pair({*far, *near}, blend, v - i);
+    const PixelPair pair = blend.mixed({*far, *near}, v - i);
     *far = pair.far;
     *near = pair.near;
   }
@@ -173,7 +130,7 @@ void draw_smooth_segment(const RgbaSurface &s, const Blend &blend, int32_t x0, i
 
 void draw_smooth_rgba(const RgbaSurface &s, const OutputContext *context, const int32_t *xs,
                       const int32_t *ys, int32_t n) {
-  const Blend blend = blend_of(s.ink);
+  const Blend blend(s.ink);
   for (int32_t i = 1; i < n; ++i) {
     const int32_t x0 = xs[i - 1];
     const int32_t y0 = ys[i - 1];

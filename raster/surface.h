@@ -8,17 +8,14 @@
 #pragma once
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
+#include "base/processor.h"
 #include "core/output_context.h"
 
 namespace quorix {
-
-static_assert(std::endian::native == std::endian::little,
-              "RGBA pixels are stored as words whose low byte is red");
 
 // Inclusive on all four sides; empty where x1 > x2 or y1 > y2.
 struct Rect {
@@ -97,12 +94,24 @@ void store_word(void *to, Word word) {
   std::memcpy(to, &word, sizeof(word));
 }
 
-// For at least `long_run` pixels; fill_long_run.cpp.
+// 16 bytes: one store on processors with SIMD, several elsewhere.
+typedef uint32_t FourPixels __attribute__((vector_size(16)));
+
+// At least 4 pixels, 4 at a time.
+inline void fill_by_fours(uint32_t *to, size_t count, uint32_t ink) {
+  const FourPixels four = {ink, ink, ink, ink};
+  uint32_t *const last = to + count - 4;
+  for (; to < last; to += 4)
+    store_word(to, four);
+  store_word(last, four);
+}
+
+// For at least `long_run` pixels; fill_long_run.cpp, fill_long_run_avx.cpp.
 inline constexpr size_t long_run = 64;
 void fill_long_run(uint32_t *to, size_t count, uint32_t ink);
+void fill_long_run_avx(uint32_t *to, size_t count, uint32_t ink);
 
 inline void fill_run(uint32_t *to, size_t count, uint32_t ink) {
-  typedef uint32_t Quad __attribute__((vector_size(16)));
   if (count < 4) {
     const uint64_t two = ink | static_cast<uint64_t>(ink) << 32;
     if (count == 1) {
@@ -114,11 +123,7 @@ inline void fill_run(uint32_t *to, size_t count, uint32_t ink) {
     return;
   }
   if (count >= long_run) return fill_long_run(to, count, ink);
-  const Quad quad = {ink, ink, ink, ink};
-  uint32_t *const last = to + count - 4;
-  for (; to < last; to += 4)
-    store_word(to, quad);
-  store_word(last, quad);
+  fill_by_fours(to, count, ink);
 }
 
 inline void fill_run(uint8_t *to, size_t count, uint8_t ink) {

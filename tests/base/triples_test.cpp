@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#include "base/processor.h"
+
 namespace quorix::testing {
 namespace {
 
@@ -17,10 +19,21 @@ Bytes row_of(size_t count) {
   return row;
 }
 
+using Swap = void (*)(uint8_t *pixels, size_t count);
+
+std::vector<Swap> forms() {
+  std::vector<Swap> all = {swap_red_and_blue, swap_red_and_blue_plainly};
+  if constexpr (compiled_for_x86_64) {
+    if (processor().ssse3) all.push_back(swap_red_and_blue_ssse3);
+  }
+  if constexpr (compiled_for_arm64) all.push_back(swap_red_and_blue_neon);
+  return all;
+}
+
 TEST(Triples, AreTurnedInRowsOfAnyLengthAndNothingBesideThem) {
   for (size_t count = 0; count < 200; ++count) {
     const Bytes before = row_of(count);
-    for (const auto swap : {swap_red_and_blue, swap_red_and_blue_plainly}) {
+    for (const auto swap : forms()) {
       Bytes row = before;  // of just that size, so that the sanitizer sees any byte too many
       swap(row.data(), count);
       for (size_t i = 0; i < count; ++i) {

@@ -8,6 +8,7 @@
 #include <random>
 #include <vector>
 
+#include "base/processor.h"
 #include "depth/composite.h"
 #include "depth/depth_line.h"
 #include "depth/shade.h"
@@ -24,10 +25,6 @@ double between(Random &random, double low, double high) {
 
 int32_t whole(Random &random, int32_t low, int32_t high) {
   return std::uniform_int_distribution<int32_t>(low, high)(random);
-}
-
-bool has_avx2() {
-  return __builtin_cpu_supports("avx2") != 0;
 }
 
 // ---- Spans
@@ -113,7 +110,7 @@ bool same_bits(const ShadeEdges &a, const ShadeEdges &b) {
   return same(a.on_short, b.on_short) && same(a.on_long, b.on_long);
 }
 
-void compare_spans(ShadeRgbaRows fast_rows) {
+[[maybe_unused]] void compare_spans(ShadeRgbaRows fast_rows) {
   Random random(1);
   OutputContext context = {};
   int drawn = 0;
@@ -142,17 +139,20 @@ void compare_spans(ShadeRgbaRows fast_rows) {
   EXPECT_GT(drawn, 10000);
 }
 
+#if QUORIX_X86_64
 TEST(ShadedSpans, AreTheSameFourAtATimeWithSse2) {
   compare_spans(shade_rows_sse2);
 }
 
 TEST(ShadedSpans, AreTheSameFourAtATimeWithAvx2) {
-  if (!has_avx2()) GTEST_SKIP() << "no AVX2 here";
+  if (!processor().avx2) GTEST_SKIP() << "no AVX2 here";
   compare_spans(shade_rows_avx2);
 }
+#endif
 
 // ---- Lines
 
+#if QUORIX_X86_64
 TEST(DepthLines, AreTheSameWithoutBranches) {
   Random random(3);
   OutputContext context = {};
@@ -183,6 +183,7 @@ TEST(DepthLines, AreTheSameWithoutBranches) {
   }
   EXPECT_GT(drawn, 3000);
 }
+#endif
 
 // ---- Compositing
 
@@ -215,14 +216,16 @@ void compare_compositing(CompositeRow fast_row) {
   EXPECT_GT(blended, 10000);
 }
 
+#if QUORIX_X86_64
 TEST(Compositing, IsTheSameFourAtATimeWithSse2) {
   compare_compositing(composite_row_sse2);
 }
 
 TEST(Compositing, IsTheSameEightAtATimeWithAvx2) {
-  if (!has_avx2()) GTEST_SKIP() << "no AVX2 here";
+  if (!processor().avx2) GTEST_SKIP() << "no AVX2 here";
   compare_compositing(composite_row_avx2);
 }
+#endif
 
 // All pairs of channels and all alphas, which the arithmetic of 16 bits has to survive.
 TEST(Compositing, IsTheSameForEveryAlphaAndEveryPairOfChannels) {

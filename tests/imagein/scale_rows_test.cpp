@@ -7,6 +7,7 @@
 #include <random>
 #include <vector>
 
+#include "base/processor.h"
 #include "imagein/imagein.h"
 #include "imagein/scale.h"
 
@@ -102,7 +103,9 @@ int32_t random_size(std::mt19937 *random) {
 TEST(ScaledRows, AreTheFormulaToTheBitInEveryForm) {
   std::mt19937 random(7);
   std::vector<ScaleRgb> forms = {scale_rgb_plain};
-  if (__builtin_cpu_supports("avx2") != 0) forms.push_back(scale_rgb_avx2);
+  if constexpr (compiled_for_x86_64) {
+    if (processor().avx2) forms.push_back(scale_rgb_avx2);
+  }
   for (int run = 0; run < 1000; ++run) {
     const Source rgb = random_source(random_size(&random), random_size(&random), 3, &random);
     const Source alpha = random_source(rgb.width, rgb.height, 1, &random);

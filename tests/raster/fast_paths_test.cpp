@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "quorix/quorix.h"
+#include "raster/blend_pair.h"
+#include "raster/blend_pair_sse2.h"
 #include "raster/raster.h"
 #include "raster/repeated_sum.h"
 #include "raster/segment_walk.h"
@@ -26,28 +28,78 @@ int32_t between(Random &random, int32_t low, int32_t high) {
 }
 
 template <class Pixel>
-void expect_runs_of_every_length(Pixel ink) {
+using Fill = void (*)(Pixel *to, size_t count, Pixel ink);
+
+template <class Pixel>
+void expect_runs_of_every_length(Pixel ink, size_t shortest, Fill<Pixel> fill) {
   constexpr size_t longest = 300;
   constexpr size_t margin = 40;
   for (size_t start = 0; start < 16; ++start) {
-    for (size_t count = 1; count <= longest; ++count) {
+    for (size_t count = shortest; count <= longest; ++count) {
       std::vector<Pixel> page(longest + 2 * margin, Pixel{7});
       std::vector<Pixel> wanted = page;
       for (size_t i = 0; i < count; ++i)
         wanted[start + i] = ink;
-      fill_run(page.data() + start, count, ink);
+      fill(page.data() + start, count, ink);
       ASSERT_EQ(page, wanted) << "start " << start << ", count " << count;
     }
   }
 }
 
 TEST(FillRun, SetsItsBytesAndNoOthers) {
-  expect_runs_of_every_length<uint8_t>(201);
+  expect_runs_of_every_length<uint8_t>(201, 1, fill_run);
 }
 
 TEST(FillRun, SetsItsWordsAndNoOthers) {
-  expect_runs_of_every_length<uint32_t>(0x12345678);
+  expect_runs_of_every_length<uint32_t>(0x12345678, 1, fill_run);
 }
+
+TEST(FillRun, SetsTheSameInEveryForm) {
+  expect_runs_of_every_length<uint32_t>(0x12345678, 4, fill_by_fours);
+  if constexpr (compiled_for_x86_64) {
+    if (processor().avx) {
+      expect_runs_of_every_length<uint32_t>(0x12345678, long_run, fill_long_run_avx);
+    }
+  }
+}
+
+// ---- Two pixels beside a smooth line
+
+uint32_t plainly_blended(uint32_t old, uint32_t ink, double weight) {
+  uint32_t result = ink & 0xFF000000U;
+  for (int shift = 0; shift < 24; shift += 8) {
+    const double from = old >> shift & 255;
+    const double to = ink >> shift & 255;
+    const double mixed = std::trunc(from + (to - from) * weight + 0.5);
+    result |= static_cast<uint32_t>(static_cast<int32_t>(mixed) & 255) << shift;
+  }
+  return result;
+}
+
+template <class Blend>
+void expect_blended_pairs() {
+  Random random(8);
+  for (int k = 0; k < 200000; ++k) {
+    const auto ink = static_cast<uint32_t>(random());
+    const PixelPair old = {static_cast<uint32_t>(random()), static_cast<uint32_t>(random())};
+    // Weights stand on both sides of 0 to 1 where truncation rounds up.
+    const double weight = k % 5 == 0 ? between(random, -8, 8) / 8.0
+                                     : std::uniform_real_distribution<double>(-1, 1)(random);
+    const PixelPair mixed = Blend(ink).mixed(old, weight);
+    ASSERT_EQ(mixed.far, plainly_blended(old.far, ink, weight)) << k;
+    ASSERT_EQ(mixed.near, plainly_blended(old.near, ink, 1.0 - weight)) << k;
+  }
+}
+
+TEST(SmoothLines, BlendTheirTwoPixelsByTheirWeights) {
+  expect_blended_pairs<BlendPlain>();
+}
+
+#if QUORIX_X86_64
+TEST(SmoothLines, BlendTheSameTwoPixelsWithSse2) {
+  expect_blended_pairs<BlendSse2>();
+}
+#endif
 
 // The steps as a pen would take them, one by one.
 struct Step {
