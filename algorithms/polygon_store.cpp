@@ -143,6 +143,25 @@ void fetch_next(const PolygonStore *store, int32_t place) {
   __builtin_prefetch(next + 3);  // the last vertices of four may stand in another line
 }
 
+// The polygon that comes at a position; no corners where there is none, and the rest stays as it
+// was.
+void get_polygon(const PolygonStore *store, int32_t position, double *x, double *y,
+                 int32_t *attribute1, int32_t *attribute2, int32_t *nv) {
+  *nv = 0;
+  if (store == nullptr || position < 0 || position >= store->count) return;
+  const int32_t place = store->count - 1 - position;
+  fetch_next(store, place);
+  StoredPolygon *const polygon = store->polygons.get()[store->order.get()[place]];
+  *nv = std::min(polygon->vertices, most_vertices_read);
+  const float *xy = coordinates_of(polygon);
+  for (int32_t i = 0; i < *nv; ++i) {
+    x[i] = static_cast<double>(*xy++);
+    y[i] = static_cast<double>(*xy++);
+  }
+  *attribute1 = polygon->attribute1;
+  *attribute2 = polygon->attribute2;
+}
+
 }  // namespace
 
 }  // namespace quorix
@@ -181,25 +200,13 @@ extern "C" int32_t qqsput(const double *x, const double *y, const double *key, i
 
 extern "C" int32_t qqsget2(double *x, double *y, int32_t position, int32_t *attribute1,
                            int32_t *attribute2, int32_t *nv) {
-  *nv = 0;
-  const PolygonStore *const store = polygon_store;
-  if (store == nullptr || position < 0 || position >= store->count) return 0;
-  const int32_t place = store->count - 1 - position;
-  fetch_next(store, place);
-  StoredPolygon *const polygon = store->polygons.get()[store->order.get()[place]];
-  *nv = std::min(polygon->vertices, most_vertices_read);
-  const float *xy = coordinates_of(polygon);
-  for (int32_t i = 0; i < *nv; ++i) {
-    x[i] = static_cast<double>(*xy++);
-    y[i] = static_cast<double>(*xy++);
-  }
-  *attribute1 = polygon->attribute1;
-  *attribute2 = polygon->attribute2;
+  get_polygon(polygon_store, position, x, y, attribute1, attribute2, nv);
   return 0;
 }
 
 extern "C" int32_t qqsget(double *x, double *y, int32_t position, int32_t *attribute1,
                           int32_t *nv) {
   int32_t attribute2 = 0;
-  return qqsget2(x, y, position, attribute1, &attribute2, nv);
+  get_polygon(polygon_store, position, x, y, attribute1, &attribute2, nv);
+  return 0;
 }

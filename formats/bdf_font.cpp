@@ -11,8 +11,8 @@
 #include "core/output_context.h"
 #include "formats/bdf.h"
 #include "platform/paths.h"
+#include "platform/system.h"
 #include "quorix/fonts.h"
-#include "quorix/system.h"
 
 namespace quorix {
 
@@ -47,7 +47,7 @@ int32_t font_number(int32_t family, int32_t size) {
 void make_path(char *path, const char *directory, bool use_directory, const char *name) {
   path[0] = '\0';
   if (use_directory && directory != nullptr) copy_bytes(path, directory, path_limit);
-  qqgenv(use_directory ? "QUOENV" : "QUORIX", path);
+  environment_text(use_directory ? "QUOENV" : "QUORIX", path);
   const char separator[] = {path_separator, '\0'};
   append_bytes(path, separator, path_limit);
   append_bytes(path, "fonts", path_limit);
@@ -100,26 +100,33 @@ int32_t select_font(OutputContext *context, const char *directory, bool use_dire
   return bdf_done;
 }
 
+// Makes a font current and tells the widths of its characters.
+int32_t choose_font(OutputContext *context, const char *directory, bool use_directory,
+                    int32_t family, int32_t size, int32_t *widths) {
+  if (context == nullptr) {
+    std::fill_n(widths, width_count, 0);
+    return bdf_no_file;
+  }
+  const int32_t status = select_font(context, directory, use_directory, family, size);
+  if (status == bdf_done) report_widths(*context->fonts.bdf_current, widths);
+  return status;
+}
+
 }  // namespace
 
 }  // namespace quorix
 
+using namespace quorix;
+
 extern "C" int32_t qqbdf1n(const char *directory, const int32_t *use_directory,
                            const int32_t *family, const int32_t *size, int32_t *widths,
                            int32_t *status) {
-  quorix::OutputContext *const context = quorix::output_context;
-  if (context == nullptr) {
-    std::fill_n(widths, quorix::width_count, 0);
-    *status = quorix::bdf_no_file;
-    return 0;
-  }
-  *status = quorix::select_font(context, directory, *use_directory != 0, *family, *size);
-  if (*status == quorix::bdf_done) quorix::report_widths(*context->fonts.bdf_current, widths);
+  *status = choose_font(output_context, directory, *use_directory != 0, *family, *size, widths);
   return 0;
 }
 
 extern "C" int32_t qqbdf1(const int32_t *family, const int32_t *size, int32_t *widths,
                           int32_t *status) {
-  const int32_t use_directory = 0;
-  return qqbdf1n(nullptr, &use_directory, family, size, widths, status);
+  *status = choose_font(output_context, nullptr, false, *family, *size, widths);
+  return 0;
 }

@@ -29,10 +29,14 @@ bool look_up(const char *name, char *value) {
 
 }  // namespace
 
+int32_t environment_text(const char *name, char *buffer) {
+  char value[buffer_size];
+  if (name == nullptr || !look_up(name, value)) return 0;
+  return static_cast<int32_t>(copy_bytes(buffer, value, buffer_size - 1));
+}
+
 }  // namespace quorix
 
 extern "C" int32_t qqgenv(const char *name, char *buffer) {
-  char value[quorix::buffer_size];
-  if (name == nullptr || !quorix::look_up(name, value)) return 0;
-  return static_cast<int32_t>(quorix::copy_bytes(buffer, value, quorix::buffer_size - 1));
+  return quorix::environment_text(name, buffer);
 }

@@ -5,8 +5,16 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace quorix {
+
+// ---- environment.cpp
+
+// The value of an environment variable as its users ask for it, with the install directory as the
+// last resort for the variable that names it; 256 cells with the terminator. Gives its length, or 0
+// where there is none; the buffer stays as it was then.
+int32_t environment_text(const char *name, char *buffer);
 
 // ---- environment_posix.cpp, environment_windows.cpp
 

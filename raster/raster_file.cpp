@@ -27,19 +27,19 @@ constexpr int32_t type_older_index = 0;
 // ---- Saving
 
 // Triples of all rows, alpha dropped.
-Status save_rgb_rows(const OutputContext *context, std::FILE *file) {
+Status save_rgb_rows(OutputContext *context, std::FILE *file) {
   const RasterPage &page = context->buffers.raster.page;
   const size_t row_bytes = static_cast<size_t>(page.width) * 3;
   auto row = allocate_array<uint8_t>(row_bytes);
   if (!row) return no_memory;
   for (int32_t y = 0; y < page.height; ++y) {
-    qqvrdr(row.get(), 0, y, -page.width, 1);
+    read_raster_rectangle(context, row.get(), 0, y, -page.width, 1);
     write_file(file, row.get(), row_bytes);
   }
   return done;
 }
 
-Status save_raster(const OutputContext *context, const char *file_name) {
+Status save_raster(OutputContext *context, const char *file_name) {
   const OwnedFile file = open_file(file_name, "wb");
   if (!file) return not_opened;
   const RasterPage &page = context->buffers.raster.page;
