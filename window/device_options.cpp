@@ -2,12 +2,9 @@
 //
 // qqwwid, the one setter of the drawing record's options, and qqwfree, which ends the record.
 //
-// This is the part that needs no window system. Options are set before a device opens, so the
-// record is made here if there is none.
+// Options are set before a device opens, so the record is made here if there is none. Each option
+// is a row of one table; what is not in the table is ignored.
 #include "quorix/window.h"
-
-#include <algorithm>
-#include <iterator>
 
 #include "raster/raster.h"
 #include "window/window_set.h"
@@ -16,155 +13,175 @@ namespace quorix {
 
 namespace {
 
-enum Option : int32_t {
-  option_swap_black_white = 3,
-  option_clip_x1 = 11,
-  option_clip_y1 = 12,
-  option_clip_x2 = 13,
-  option_clip_y2 = 14,
-  option_fine_depth = 17,
-  option_coarse_depth = 18,
-  option_alpha = 19,
-  option_blend_background = 21,
-  option_text_map_level = 25,
-  option_line_width = 26,
-  option_line_cap = 27,
-  option_line_join = 28,
-  option_transparent = 32,
-  option_no_clip = 33,
-  option_smooth = 34,
-  option_defaults = 99,
+// What the caller's value is: of no meaning, the address of a number, or a handle itself.
+enum class Takes : uint8_t { nothing, a_number, a_handle };
+
+// What there has to be: the WindowSet is made where there is none.
+enum class Needs : uint8_t { the_record, the_window_set };
+
+// What is drawn under the old state before the option is set: nothing, the raster's lines unless a
+// window is current, or the lines of whichever is current.
+enum class Flush : uint8_t { no_lines, raster_lines, current_lines };
+
+struct Value {
+  int32_t number;
+  void *handle;
 };
 
-constexpr float fine_depth_bias = 1e-5F;
-constexpr float coarse_depth_bias = 0.001F;
+using Context = OutputContext;
+
+struct Option {
+  int32_t number;
+  Takes takes;
+  Needs needs;
+  Flush flush;
+  void (*set)(Context *c, const Value &v);  // null: nothing more to do
+};
 
 uint8_t low_byte(int32_t value) {
   return static_cast<uint8_t>(value & 255);
 }
 
-// The value is an address, or for some options of the window device a handle: it is looked at only
-// where the option is known to take a number.
-bool takes_number(int32_t option) {
-  constexpr int32_t options[] = {option_swap_black_white, option_clip_x1,        option_clip_y1,
-                                 option_clip_x2,          option_clip_y2,        option_alpha,
-                                 option_blend_background, option_text_map_level, option_line_width,
-                                 option_line_cap,         option_line_join,      option_transparent,
-                                 option_no_clip,          option_smooth};
-  return std::find(std::begin(options), std::end(options), option) != std::end(options);
+// ---- The page and its lines
+
+void set_clip_x1(Context *c, const Value &v) {
+  c->page.clip_x1 = v.number;
 }
 
-// Options that concern the window device bring its record along, and so does every read.
-bool needs_window_set(int32_t option, bool reads) {
-  constexpr int32_t window_options[] = {0, 1, 2, 5, 20, 26, 27, 28, 29, 30, 33};
-  return reads || std::find(std::begin(window_options), std::end(window_options), option) !=
-                      std::end(window_options);
+void set_clip_y1(Context *c, const Value &v) {
+  c->page.clip_y1 = v.number;
 }
 
-void set_transparent_colour(OutputContext *context, int32_t value) {
-  context->colours.transparent_colour = value;
-  if (value == -1) return;
-  colour_to_rgb(context, value, &context->colours.transparent_r, &context->colours.transparent_g,
-                &context->colours.transparent_b);
-  if (is_packed_colour(value)) {
-    context->colours.transparent_colour =
-        nearest_colour(context, context->colours.transparent_r, context->colours.transparent_g,
-                       context->colours.transparent_b);
+void set_clip_x2(Context *c, const Value &v) {
+  c->page.clip_x2 = v.number;
+}
+
+void set_clip_y2(Context *c, const Value &v) {
+  c->page.clip_y2 = v.number;
+}
+
+// Kept: 1 is off.
+void set_clip_switch(Context *c, const Value &v) {
+  c->page.clip_on = v.number == 1 ? 0 : 1;
+}
+
+void set_line_width(Context *c, const Value &v) {
+  c->pen.line_width = v.number;
+}
+
+void set_line_cap(Context *c, const Value &v) {
+  c->pen.line_cap = v.number;
+}
+
+void set_line_join(Context *c, const Value &v) {
+  c->pen.line_join = v.number;
+}
+
+void set_line_smooth(Context *c, const Value &v) {
+  c->pen.line_smooth_on = low_byte(low_byte(v.number) - 1);
+}
+
+// ---- Colours
+
+void set_swap_black_white(Context *c, const Value &v) {
+  c->options.swap_black_white = low_byte(v.number);
+}
+
+void set_alpha(Context *c, const Value &v) {
+  c->colours.colour_alpha = low_byte(v.number);
+}
+
+void set_transparent(Context *c, const Value &v) {
+  Colours &colours = c->colours;
+  colours.transparent_colour = v.number;
+  if (v.number == -1) return;
+  colour_to_rgb(c, v.number, &colours.transparent_r, &colours.transparent_g,
+                &colours.transparent_b);
+  if (is_packed_colour(v.number)) {
+    colours.transparent_colour =
+        nearest_colour(c, colours.transparent_r, colours.transparent_g, colours.transparent_b);
   }
 }
 
-// The pen and clipping; each first draws what was gathered under the old state.
-void set_pen_option(OutputContext *context, int32_t option, int32_t value) {
-  flush_raster(context);
-  switch (option) {
-    case option_line_width:
-      context->pen.line_width = value;
-      break;
-    case option_line_cap:
-      context->pen.line_cap = value;
-      break;
-    case option_line_join:
-      context->pen.line_join = value;
-      break;
-    case option_no_clip:
-      context->page.clip_on = value == 1 ? 0 : 1;
-      break;
-    default:
-      break;
-  }
+// ---- Depth, text, all
+
+void set_fine_depth(Context *c, const Value & /*v*/) {
+  c->depth.depth_bias = 1e-5F;
 }
 
-// Only the left edge flushes. Kept: the four edges are always set in the order of their numbers.
-void set_clip_edge(OutputContext *context, int32_t option, int32_t value) {
-  switch (option) {
-    case option_clip_x1:
-      flush_raster(context);
-      context->page.clip_x1 = value;
-      break;
-    case option_clip_y1:
-      context->page.clip_y1 = value;
-      break;
-    case option_clip_x2:
-      context->page.clip_x2 = value;
-      break;
-    default:
-      context->page.clip_y2 = value;
-      break;
-  }
+void set_coarse_depth(Context *c, const Value & /*v*/) {
+  c->depth.depth_bias = 0.001F;
 }
 
-void set_plain_option(OutputContext *context, int32_t option, int32_t value) {
-  switch (option) {
-    case option_swap_black_white:
-      context->options.swap_black_white = low_byte(value);
-      break;
-    case option_fine_depth:
-      context->depth.depth_bias = fine_depth_bias;
-      break;
-    case option_coarse_depth:
-      context->depth.depth_bias = coarse_depth_bias;
-      break;
-    case option_alpha:
-      context->colours.colour_alpha = low_byte(value);
-      break;
-    case option_blend_background:
-      context->depth.blend_over_background = low_byte(1 - low_byte(value));
-      break;
-    case option_text_map_level:
-      context->options.text_map_level = value;
-      break;
-    case option_transparent:
-      set_transparent_colour(context, value);
-      break;
-    case option_smooth:
-      context->pen.line_smooth_on = low_byte(low_byte(value) - 1);
-      break;
-    case option_defaults:
-      restore_defaults(context);
-      break;
-    default:
-      break;
-  }
+// Kept: 1 is off.
+void set_blend_over_background(Context *c, const Value &v) {
+  c->depth.blend_over_background = low_byte(1 - low_byte(v.number));
 }
 
-void set_option(OutputContext *context, int32_t option, int32_t value) {
-  switch (option) {
-    case option_line_width:
-    case option_line_cap:
-    case option_line_join:
-    case option_no_clip:
-      set_pen_option(context, option, value);
-      break;
-    case option_clip_x1:
-    case option_clip_y1:
-    case option_clip_x2:
-    case option_clip_y2:
-      set_clip_edge(context, option, value);
-      break;
-    default:
-      set_plain_option(context, option, value);
-      break;
+void set_text_map_level(Context *c, const Value &v) {
+  c->options.text_map_level = v.number;
+}
+
+void set_defaults(Context *c, const Value & /*v*/) {
+  restore_defaults(c);
+}
+
+// ---- The table
+
+using enum Takes;
+using enum Needs;
+using enum Flush;
+
+// Of the four edges of the clip rectangle only the left one flushes. Kept: they are always set in
+// the order of their numbers.
+constexpr Option options[] = {
+    {0, nothing, the_window_set, no_lines, nullptr},   // top-level windows
+    {1, a_handle, the_window_set, no_lines, nullptr},  // the caller's window
+    {2, a_handle, the_window_set, no_lines, nullptr},  // the caller's bitmap
+    {3, a_number, the_record, no_lines, set_swap_black_white},
+    {5, a_number, the_window_set, no_lines, nullptr},  // whether the caller's window scrolls
+    {11, a_number, the_record, raster_lines, set_clip_x1},
+    {12, a_number, the_record, no_lines, set_clip_y1},
+    {13, a_number, the_record, no_lines, set_clip_x2},
+    {14, a_number, the_record, no_lines, set_clip_y2},
+    {17, nothing, the_record, no_lines, set_fine_depth},
+    {18, nothing, the_record, no_lines, set_coarse_depth},
+    {19, a_number, the_record, no_lines, set_alpha},
+    {20, a_number, the_window_set, no_lines, nullptr},  // the cursor of interactions
+    {21, a_number, the_record, no_lines, set_blend_over_background},
+    {25, a_number, the_record, no_lines, set_text_map_level},
+    {26, a_number, the_window_set, raster_lines, set_line_width},
+    {27, a_number, the_window_set, current_lines, set_line_cap},
+    {28, a_number, the_window_set, current_lines, set_line_join},
+    {29, nothing, the_window_set, no_lines, nullptr},
+    {30, a_number, the_window_set, no_lines, nullptr},  // the cursor of windows
+    {32, a_number, the_record, no_lines, set_transparent},
+    {33, a_number, the_window_set, current_lines, set_clip_switch},
+    {34, a_number, the_record, no_lines, set_line_smooth},
+    {99, nothing, the_record, no_lines, set_defaults},
+};
+
+const Option *find_option(int32_t wanted) {
+  for (const Option &option : options) {
+    if (option.number == wanted) return &option;
   }
+  return nullptr;
+}
+
+void flush_for(OutputContext *context, Flush flush) {
+  const bool window = context->window.window_active != 0;
+  if (flush == current_lines || (flush == raster_lines && !window)) flush_current_device(context);
+}
+
+// A handle is not looked at, and a number only where the option takes one.
+void set_option(OutputContext *context, const Option &option, void *value) {
+  Value given = {0, value};
+  if (option.takes == a_number) {
+    if (value == nullptr) return;
+    given.number = *static_cast<const int32_t *>(value);
+  }
+  flush_for(context, option.flush);
+  if (option.set != nullptr) option.set(context, given);
 }
 
 }  // namespace
@@ -173,19 +190,23 @@ void set_option(OutputContext *context, int32_t option, int32_t value) {
 
 using namespace quorix;
 
+// Every read brings the WindowSet along, as options of windows do when they are set.
 extern "C" int32_t qqwwid(int32_t option, void *value, int32_t set) {
   OutputContext *context = require_output_context();
-  if (needs_window_set(option, set == 0)) require_window_set(context);
-  auto *number = static_cast<int32_t *>(value);
-  if (set == 0) {
-    *number = -1;
-  } else {
-    set_option(context, option, takes_number(option) ? *number : 0);
+  const bool reads = set == 0;
+  const Option *row = find_option(option);
+  if (reads || (row != nullptr && row->needs == the_window_set)) {
+    require_window_set(context);
+  }
+  if (!reads) {
+    if (row != nullptr) set_option(context, *row, value);
+  } else if (value != nullptr) {
+    *static_cast<int32_t *>(value) = -1;
   }
   return 0;
 }
 
 extern "C" int32_t qqwfree(void) {
-  quorix::release_output_context();
+  release_output_context();
   return 0;
 }

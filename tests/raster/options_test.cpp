@@ -2,7 +2,9 @@
 // The options of the drawing record that the raster device uses.
 
 #include <climits>
+#include <set>
 
+#include "core/device.h"
 #include "platform/callbacks.h"
 #include "tests/raster/raster_page.h"
 
@@ -16,6 +18,67 @@ TEST_F(Option, MakesTheRecordWithoutAWindowSet) {
   ASSERT_NE(output_context, nullptr);
   EXPECT_EQ(output_context->page.clip_x1, 5);
   EXPECT_EQ(output_context->window.window_set, nullptr);
+}
+
+TEST_F(Option, OfWindowsBringsTheWindowSetAlong) {
+  const std::set<int32_t> of_windows = {0, 1, 2, 5, 20, 26, 27, 28, 29, 30, 33};
+  for (int32_t option = -1; option <= 101; ++option) {
+    qqwfree();
+    set_option(option, 0);
+    ASSERT_NE(output_context, nullptr);
+    EXPECT_EQ(output_context->window.window_set != nullptr, of_windows.contains(option)) << option;
+  }
+}
+
+TEST_F(Option, BringsTheWindowSetAlongWhenItIsRead) {
+  for (const int32_t option : {3, 5, 11, 1000}) {
+    qqwfree();
+    int32_t value = 77;
+    qqwwid(option, &value, 0);
+    EXPECT_EQ(value, -1);
+    EXPECT_NE(output_context->window.window_set, nullptr) << option;
+  }
+}
+
+TEST_F(Option, StaysAsItIsWithoutAValue) {
+  open_page(2, 2);
+  const OutputContext before = *output_context;
+  for (int32_t option = 0; option < 99; ++option) {
+    EXPECT_EQ(qqwwid(option, nullptr, 1), 0);
+    EXPECT_EQ(qqwwid(option, nullptr, 0), 0);
+  }
+  EXPECT_EQ(before.pen.line_width, output_context->pen.line_width);
+  EXPECT_EQ(before.page.clip_x1, output_context->page.clip_x1);
+  EXPECT_EQ(before.page.clip_on, output_context->page.clip_on);
+  EXPECT_EQ(before.colours.colour_alpha, output_context->colours.colour_alpha);
+  EXPECT_EQ(qqwwid(17, nullptr, 1), 0);  // takes none
+  EXPECT_EQ(output_context->depth.depth_bias, 1e-5F);
+}
+
+TEST_F(Option, OneAndTwoTakeHandlesThatNobodyLooksAt) {
+  void *const handle = reinterpret_cast<void *>(uintptr_t{16});
+  EXPECT_EQ(qqwwid(1, handle, 1), 0);
+  EXPECT_EQ(qqwwid(2, handle, 1), 0);
+  EXPECT_NE(output_context->window.window_set, nullptr);
+}
+
+int window_flushes = 0;
+
+TEST_F(Option, DrawsWhatAWindowHasGatheredWhileOneIsCurrent) {
+  Device window = {};
+  window.flush = [](OutputContext * /*context*/) { ++window_flushes; };
+  register_window_device(&window);
+  open_page(3, 1);
+  output_context->window.window_active = 1;
+  qqvlin(0, 0, 2, 0);  // the raster's, which stays gathered
+  for (int32_t option = 0; option <= 34; ++option) {
+    window_flushes = 0;
+    set_option(option, 1);
+    const bool draws = option == 27 || option == 28 || option == 33;
+    EXPECT_EQ(window_flushes, draws ? 1 : 0) << option;
+  }
+  EXPECT_EQ(output_context->accumulator.poly_count, 2);
+  register_window_device(nullptr);
 }
 
 TEST_F(Option, ReadsAsMinusOne) {
