@@ -1,11 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "base/files.h"
 
+#include <cerrno>
+
+#include "base/file_failures.h"
+#include "base/file_names.h"
+
 namespace quorix {
 
 namespace {
 
 std::FILE *plain_open(const char *name, const char *mode) {
+#ifdef _WIN32
+  if (is_wide_name(name)) {
+    const OwnedArray<wchar_t> wide = wide_name(name);
+    const wchar_t wide_mode[] = {static_cast<wchar_t>(mode[0]), static_cast<wchar_t>(mode[1]), 0};
+    return wide == nullptr ? nullptr : _wfopen(wide.get(), wide_mode);
+  }
+#endif
   return std::fopen(name, mode);
 }
 
@@ -47,9 +59,13 @@ int plain_flush(std::FILE *file) {
 FileGate file_gate = {plain_open, plain_read,  plain_write, plain_seek,
                       plain_tell, plain_close, plain_flush};
 
+// A call that fails without a word of the system's leaves 0 in errno.
 OwnedFile open_file(const char *name, const char *mode) {
-  if (name == nullptr || name[0] == '\0') return {};
-  return OwnedFile(file_gate.open(name, mode));
+  errno = 0;
+  const bool named = name != nullptr && name[0] != '\0';
+  OwnedFile file(named ? file_gate.open(name, mode) : nullptr);
+  if (file == nullptr) note_file_failure(FileStep::open, named ? errno : ENOENT);
+  return file;
 }
 
 size_t read_file(std::FILE *file, void *buffer, size_t bytes) {
@@ -57,7 +73,24 @@ size_t read_file(std::FILE *file, void *buffer, size_t bytes) {
 }
 
 size_t write_file(std::FILE *file, const void *buffer, size_t bytes) {
-  return file_gate.write(buffer, bytes, file);
+  errno = 0;
+  const size_t written = file_gate.write(buffer, bytes, file);
+  if (written != bytes) note_file_failure(FileStep::write, errno);
+  return written;
+}
+
+bool flush_file(std::FILE *file) {
+  errno = 0;
+  const bool flushed = file_gate.flush(file) == 0;
+  if (!flushed) note_file_failure(FileStep::flush, errno);
+  return flushed;
+}
+
+bool close_file(std::FILE *file) {
+  errno = 0;
+  const bool closed = file_gate.close(file) == 0;
+  if (!closed) note_file_failure(FileStep::close, errno);
+  return closed;
 }
 
 }  // namespace quorix

@@ -3,8 +3,11 @@
 // The one gate through which the library reaches files.
 //
 // Plain C streams with 64-bit positions. A test replaces `file_gate` and makes any call fail or
-// come back short. Names are byte strings in the process's own encoding, as the C library takes
-// them. `OwnedFile` closes its stream when it goes out of scope.
+// come back short. Names are byte strings; what Windows makes of them is told in file_names.h.
+// `OwnedFile` closes its stream when it goes out of scope.
+//
+// Opens, writes, flushes and closes go through the functions below, which note their failures as
+// file_failures.h says; reads, seeks and tells may use the gate itself.
 #pragma once
 
 #include <cstddef>
@@ -26,8 +29,11 @@ struct FileGate {
 
 extern FileGate file_gate;
 
+// False if it failed; the stream is gone all the same.
+bool close_file(std::FILE *file);
+
 struct CloseFile {
-  void operator()(std::FILE *file) const { file_gate.close(file); }
+  void operator()(std::FILE *file) const { close_file(file); }
 };
 
 using OwnedFile = std::unique_ptr<std::FILE, CloseFile>;
@@ -38,5 +44,8 @@ OwnedFile open_file(const char *name, const char *mode);
 // Both return the number of bytes that went through.
 size_t read_file(std::FILE *file, void *buffer, size_t bytes);
 size_t write_file(std::FILE *file, const void *buffer, size_t bytes);
+
+// Hands what was written to the system; false if that failed.
+bool flush_file(std::FILE *file);
 
 }  // namespace quorix

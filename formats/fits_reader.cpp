@@ -55,7 +55,7 @@ bool seek_to(int64_t position) {
 }
 
 void close_fits() {
-  if (current_fits.file != nullptr) file_gate.close(current_fits.file);
+  if (current_fits.file != nullptr) close_file(current_fits.file);
   release_bytes(current_fits.naxes);
   current_fits = {};
 }

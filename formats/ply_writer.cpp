@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/numbers.h"
 #include "quorix/datafiles.h"
@@ -59,11 +60,12 @@ Status add_face(const Corners &corners, int32_t n) {
 // Kept: the stream stays open. What was written is handed to the system, so no reader misses it.
 Status write_mesh(const char *filename, const char *object_name) {
   if (mesh->lost) return failed;
+  const FileWork work("qqply2", filename);
   OwnedFile owner = open_file(filename, "w");
   if (owner == nullptr) return failed;
   std::FILE *const file = owner.release();
   write_ply_text(file, *mesh, object_name == nullptr ? "" : object_name);
-  file_gate.flush(file);
+  flush_file(file);
   return done;
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/bmp_format.h"
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/triples.h"
@@ -122,6 +123,7 @@ WriterStatus write_picture(BmpWriter *bmp) {
 }
 
 WriterStatus write_bmp(BmpWriter *bmp, const char *name) {
+  const FileWork work("qqpbmp", name);
   const OwnedFile file = open_file(name, "wb");
   if (file == nullptr) return writer_no_file;
   bmp->file = file.get();

@@ -2,6 +2,7 @@
 //
 // GIF with one picture: a global table of 256 colours, not interlaced. A transparent colour makes
 // it GIF89a, otherwise it is GIF87a.
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/gif_format.h"
 #include "base/numbers.h"
@@ -99,6 +100,7 @@ WriterStatus read_indices(GifWriter *gif, OwnedArray<uint8_t> *pixels) {
 }
 
 WriterStatus write_gif(GifWriter *gif, const char *name) {
+  const FileWork work("qqpgif", name);
   const OwnedFile file = open_file(name, "wb");
   if (file == nullptr) return writer_no_file;
   gif->file = file.get();

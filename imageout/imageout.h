@@ -4,7 +4,8 @@
 //
 // Every writer goes the same way: it finds its source (before it touches a file), opens the file,
 // writes what comes before the pixels, asks for memory, reads, writes the pixels. No result of a
-// write is looked at. What a writer needs besides is between it and its format.
+// write is looked at: what fails is noted for its FileWork (base/file_failures.h). What a writer
+// needs besides is between it and its format.
 #pragma once
 
 #include <cstddef>

@@ -56,6 +56,7 @@ WriterStatus write_document(const char *name, const PictureSource &source, const
                             bool compress) {
   const OwnedDocument document(make_document());
   if (document == nullptr) return writer_no_memory;
+  document->output.operation = "qqppdf";
   const PdfSettings settings = {round_to_int32(fit.page_width), round_to_int32(fit.page_height),
                                 compress, false, fit.landscape};
   const PdfStatus started = start_document(document.get(), name, settings);

@@ -12,6 +12,7 @@
 #include <cstring>
 
 #include "base/deflate.h"
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/png_format.h"
@@ -216,6 +217,7 @@ int32_t write_stream(PngWriter *png) {
 }
 
 int32_t write_to_file(PngWriter *png, const char *name) {
+  const FileWork work("qqppng", name);
   const OwnedFile file = open_file(name, "wb");
   if (file == nullptr) return writer_no_file;
   png->sink.file = file.get();

@@ -6,6 +6,7 @@
 // take no notice of where rows end.
 #include <algorithm>
 
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -127,6 +128,7 @@ WriterStatus write_pixels(std::FILE *file, const PictureSource &source) {
 
 WriterStatus write_program(const char *name, const PictureSource &source, const PageFit &fit,
                            const Margins &margins) {
+  const FileWork work("qqpps", name);
   const OwnedFile file = open_file(name, "w");
   if (file == nullptr) return writer_no_file;
   write_comments(file.get(), fit, margins);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Binary PPM: a header in text, then the pixels as they are read.
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/text.h"
 #include "imageout/imageout.h"
@@ -26,6 +27,7 @@ WriterStatus write_ppm(OutputContext *context, const char *name, int32_t device,
   PictureSource source;
   const WriterStatus found = find_source(&source, context, device, width, height);
   if (found != writer_done) return found;
+  const FileWork work("qqpppm", name);
   const OwnedFile file = open_file(name, "wb");
   if (file == nullptr) return writer_no_file;
   write_header(file.get(), source.area);

@@ -6,6 +6,7 @@
 // resolutions, the table of the form, the strips.
 #include <algorithm>
 
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/tiff_format.h"
@@ -256,6 +257,7 @@ bool can_be_told(const TiffLayout &layout) {
 // is written, since there may be no end to the arrays of a picture that nobody can hold: such a
 // file keeps its directory alone.
 WriterStatus write_tiff(TiffWriter *tiff, const char *name) {
+  const FileWork work("qqptif", name);
   const OwnedFile file = open_file(name, "wb");
   if (file == nullptr) return writer_no_file;
   tiff->file = file.get();

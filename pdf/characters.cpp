@@ -108,7 +108,7 @@ void choose_font(PdfDocument *document, int32_t font, int32_t size) {
 
 extern "C" int32_t qqpdf5(int32_t code, const double *matrix, int32_t rotation, int32_t font,
                           int32_t size) {
-  quorix::PdfDocument *const document = quorix::open_document();
+  quorix::PdfDocument *const document = quorix::open_document("qqpdf5");
   if (document == nullptr || font < 0 || font >= quorix::font_count) return 0;
   quorix::close_path(document);
   quorix::choose_font(document, font, size);

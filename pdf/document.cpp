@@ -39,6 +39,7 @@ void reset_state(PdfDocument *document, const PdfSettings &settings) {
 int32_t start_process_document(const char *file, const PdfSettings &settings) {
   if (pdf_document == nullptr) pdf_document = make_document();
   if (pdf_document == nullptr) return pdf_no_memory;
+  pdf_document->output.operation = "qqpdf1";
   return start_document(pdf_document, file, settings);
 }
 
@@ -106,7 +107,7 @@ extern "C" int32_t qqpdf6(uint8_t *buffer, int32_t size, int32_t *status) {
 }
 
 extern "C" int32_t qqpdf7(const uint8_t *data, int32_t count) {
-  quorix::PdfDocument *const document = quorix::open_document();
+  quorix::PdfDocument *const document = quorix::open_document("qqpdf7");
   if (document == nullptr || data == nullptr || count < -1) return 0;
   const size_t bytes =
       count == -1 ? std::strlen(reinterpret_cast<const char *>(data)) : static_cast<size_t>(count);
@@ -115,6 +116,7 @@ extern "C" int32_t qqpdf7(const uint8_t *data, int32_t count) {
 }
 
 extern "C" int32_t qqpfree(void) {
+  if (quorix::pdf_document != nullptr) quorix::pdf_document->output.operation = "qqpfree";
   quorix::release_document(quorix::pdf_document);
   quorix::pdf_document = nullptr;
   return 0;

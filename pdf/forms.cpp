@@ -119,7 +119,7 @@ extern "C" int32_t qqpdf8(const uint8_t *data, const int32_t *length, const doub
                           const double *target_height, const int32_t *compress,
                           const int32_t *rotate, int32_t *status) {
   *status = 0;
-  quorix::PdfDocument *const document = quorix::open_document();
+  quorix::PdfDocument *const document = quorix::open_document("qqpdf8");
   if (document == nullptr) return 0;
   const size_t bytes = data != nullptr && *length > 0 ? static_cast<size_t>(*length) : 0;
   quorix::embed_form(document, {data, bytes, *box_x, *box_y, *box_width, *box_height, *place_x,

@@ -183,7 +183,7 @@ void release_outlines(Outlines *outlines) {
 }  // namespace quorix
 
 extern "C" int32_t qqpdf9(const char *title, const int32_t *level, int32_t *status) {
-  quorix::PdfDocument *const document = quorix::open_document();
+  quorix::PdfDocument *const document = quorix::open_document("qqpdf9");
   *status = document == nullptr ? quorix::bookmark_no_level
                                 : quorix::add_bookmark(document, title, *level);
   return 0;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The end of the way of all bytes: a file, written in large blocks, or a block of memory that
-// grows. What finds no place in memory is lost and counted; no result of a file write is looked at.
+// grows. What finds no place in memory is lost and counted. A file that cannot be written goes on
+// as if it could: what failed is remembered, and noted again when the document ends.
 #include <algorithm>
 #include <cstring>
 
@@ -16,8 +17,18 @@ constexpr size_t most_memory = INT32_MAX;  // qqpdf6 counts in 32 bits
 
 enum TakeStatus : int32_t { take_overflow = -1, take_nothing = -2, take_no_room = -3 };
 
+void remember_failure(PdfOutput *output, const FileWork &work) {
+  if (work.failed && output->failure.step == FileStep::none) output->failure = last_file_failure;
+}
+
+void write_now(PdfOutput *output, const void *data, size_t count) {
+  const FileWork work(output->operation, output->name);
+  write_file(output->file.get(), data, count);
+  remember_failure(output, work);
+}
+
 void flush_block(PdfOutput *output) {
-  if (output->block_fill != 0) write_file(output->file.get(), output->block, output->block_fill);
+  if (output->block_fill != 0) write_now(output, output->block, output->block_fill);
   output->block_fill = 0;
 }
 
@@ -25,11 +36,20 @@ void put_file(PdfOutput *output, const void *data, size_t count) {
   if (output->file == nullptr) return;
   if (count > pdf_block_size - output->block_fill) flush_block(output);
   if (count >= pdf_block_size) {
-    write_file(output->file.get(), data, count);
+    write_now(output, data, count);
     return;
   }
   std::memcpy(output->block + output->block_fill, data, count);
   output->block_fill += count;
+}
+
+bool open_document_file(PdfOutput *output, const char *name) {
+  output->failure = {};
+  const FileWork work(output->operation, name);
+  output->file = open_file(name, "wb");
+  if (output->file == nullptr) return false;
+  copy_failure_name(output->name, name);
+  return true;
 }
 
 bool resize_memory(PdfOutput *output, size_t capacity) {
@@ -74,8 +94,7 @@ PdfStatus open_output(PdfOutput *output, const char *file, bool to_memory) {
   output->to_memory = to_memory;
   output->written = 0;
   if (!to_memory) {
-    output->file = open_file(file, "wb");
-    return output->file == nullptr ? pdf_no_file : pdf_done;
+    return open_document_file(output, file) ? pdf_done : pdf_no_file;
   }
   release_memory_output(output);
   output->memory_written = 0;
@@ -87,9 +106,12 @@ PdfStatus open_output(PdfOutput *output, const char *file, bool to_memory) {
 }
 
 void close_output(PdfOutput *output) {
-  if (output->file != nullptr) flush_block(output);
+  if (output->file == nullptr) return;
+  flush_block(output);
+  const FileWork work(output->operation, output->name);
   output->file.reset();
-  output->block_fill = 0;
+  remember_failure(output, work);
+  if (output->failure.step != FileStep::none) last_file_failure = output->failure;
 }
 
 void put_output(PdfOutput *output, const void *data, size_t count) {

@@ -283,13 +283,13 @@ void write_colour(PdfDocument *document, const Rgb &colour, const char *operator
 }  // namespace quorix
 
 extern "C" int32_t qqpdf2(const double *x, const double *y, int32_t op) {
-  quorix::PdfDocument *const document = quorix::open_document();
+  quorix::PdfDocument *const document = quorix::open_document("qqpdf2");
   if (document != nullptr) quorix::do_operation(document, x, y, op);
   return 0;
 }
 
 extern "C" int32_t qqpdf3(int32_t red, int32_t green, int32_t blue, int32_t fill) {
-  quorix::PdfDocument *const document = quorix::open_document();
+  quorix::PdfDocument *const document = quorix::open_document("qqpdf3");
   if (document == nullptr) return 0;
   quorix::close_path(document);
   quorix::close_text(document);
@@ -301,7 +301,7 @@ extern "C" int32_t qqpdf3(int32_t red, int32_t green, int32_t blue, int32_t fill
 }
 
 extern "C" int32_t qqpdf4(double *x, double *y, double *width, double *height) {
-  quorix::PdfDocument *const document = quorix::open_document();
+  quorix::PdfDocument *const document = quorix::open_document("qqpdf4");
   if (document == nullptr) return 0;
   quorix::widen(x, width);
   quorix::widen(y, height);

@@ -17,6 +17,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/memory.h"
 
@@ -32,7 +33,10 @@ struct PdfOutput {
   int64_t written;  // by all writes, lost bytes too: the offset of the next byte
   bool to_memory;
   OwnedFile file;
-  size_t block_fill;  // bytes for the file, gathered in `block`
+  char name[failure_name_size];
+  const char *operation;  // that writes now; lasts for ever
+  FileFailure failure;    // the first of the document in the file, told once more at its end
+  size_t block_fill;      // bytes for the file, gathered in `block`
   // Of the last document that went to memory; a document in a file leaves them alone.
   OwnedArray<uint8_t> memory;
   size_t memory_capacity;
@@ -169,9 +173,11 @@ struct PdfDocument {
 // The process-wide document: null before the first qqpdf1 and after qqpfree.
 extern PdfDocument *pdf_document;
 
-// What drawing operations work on: null unless a document is open.
-inline PdfDocument *open_document() {
-  return pdf_document != nullptr && pdf_document->open ? pdf_document : nullptr;
+// What a drawing operation works on: null unless a document is open.
+inline PdfDocument *open_document(const char *operation) {
+  if (pdf_document == nullptr || !pdf_document->open) return nullptr;
+  pdf_document->output.operation = operation;
+  return pdf_document;
 }
 
 // ---- document.cpp: life cycle

@@ -3,6 +3,7 @@
 // The table of binary files that are known by unit numbers.
 #include <climits>
 
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "quorix/system.h"
 
@@ -24,6 +25,7 @@ constexpr int32_t failed = -1;
 struct Unit {
   std::FILE *file;  // owned while the mode is not unit_free
   uint8_t mode;     // UnitMode
+  char name[failure_name_size];
 };
 
 Unit units[unit_count] = {};
@@ -38,9 +40,10 @@ Unit *find_open_unit(int32_t number) {
   return unit != nullptr && unit->mode != unit_free ? unit : nullptr;
 }
 
-const char *stream_mode(int32_t mode) {
-  if (mode == open_to_write) return "wb";
-  return mode == open_to_append ? "ab" : "rb";
+OwnedFile open_stream(const char *name, int32_t mode) {
+  if (mode != open_to_write && mode != open_to_append) return open_file(name, "rb");
+  const FileWork work("c_openfl", name);
+  return open_file(name, mode == open_to_write ? "wb" : "ab");
 }
 
 OpenStatus open_unit(const char *name, int32_t number, int32_t mode) {
@@ -49,10 +52,28 @@ OpenStatus open_unit(const char *name, int32_t number, int32_t mode) {
   if (unit->mode != unit_free) return in_use;
   const auto mode_byte = static_cast<uint8_t>((static_cast<uint32_t>(mode) + 1) & 255U);
   if (mode_byte == unit_free) return not_opened;  // it would be open and free at once
-  OwnedFile file = open_file(name, stream_mode(mode));
+  OwnedFile file = open_stream(name, mode);
   if (file == nullptr) return not_opened;
-  *unit = {file.release(), mode_byte};
+  unit->file = file.release();
+  unit->mode = mode_byte;
+  copy_failure_name(unit->name, name);
   return opened;
+}
+
+void close_unit(Unit *unit) {
+  if (unit->mode == unit_reads) {
+    close_file(unit->file);
+  } else {
+    const FileWork work("c_closfl", unit->name);
+    close_file(unit->file);
+  }
+  unit->file = nullptr;
+  unit->mode = unit_free;
+}
+
+int32_t write_unit(const Unit &unit, const uint8_t *bytes, size_t count) {
+  const FileWork work("c_writfl", unit.name);
+  return static_cast<int32_t>(write_file(unit.file, bytes, count));
 }
 
 int32_t move_unit(int32_t number, int32_t offset, int origin) {
@@ -80,9 +101,7 @@ extern "C" int32_t c_openfl(const char *name, const int32_t *unit, const int32_t
 extern "C" int32_t c_closfl(const int32_t *unit, int32_t *status) {
   quorix::Unit *const found = quorix::find_open_unit(*unit);
   *status = found == nullptr ? quorix::not_open : quorix::closed;
-  if (found == nullptr) return 0;
-  quorix::file_gate.close(found->file);
-  *found = {};
+  if (found != nullptr) quorix::close_unit(found);
   return 0;
 }
 
@@ -102,9 +121,7 @@ extern "C" int32_t c_writfl(const int32_t *unit, const uint8_t *buffer, const in
   const quorix::Unit *const found = quorix::find_open_unit(*unit);
   *result = quorix::failed;
   if (found == nullptr || found->mode < quorix::unit_writes_from || *count < 0) return 0;
-  *result = *count == 0 ? 0
-                        : static_cast<int32_t>(
-                              quorix::write_file(found->file, buffer, static_cast<size_t>(*count)));
+  *result = *count == 0 ? 0 : quorix::write_unit(*found, buffer, static_cast<size_t>(*count));
   return 0;
 }
 

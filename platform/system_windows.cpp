@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "base/file_names.h"
 #include "platform/system.h"
 
 namespace quorix {
@@ -18,7 +19,12 @@ void dispatch_waiting_messages() {
 }
 
 void remove_plain_file(const char *name) {
-  std::remove(name);
+  if (!is_wide_name(name)) {
+    std::remove(name);
+    return;
+  }
+  const OwnedArray<wchar_t> wide = wide_name(name);
+  if (wide != nullptr) _wremove(wide.get());
 }
 
 }  // namespace quorix

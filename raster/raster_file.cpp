@@ -9,6 +9,7 @@
 
 #include <cstring>
 
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/memory.h"
 #include "quorix/raster.h"
@@ -40,6 +41,7 @@ Status save_rgb_rows(OutputContext *context, std::FILE *file) {
 }
 
 Status save_raster(OutputContext *context, const char *file_name) {
+  const FileWork work("qqvfil", file_name);
   const OwnedFile file = open_file(file_name, "wb");
   if (!file) return not_opened;
   const RasterPage &page = context->buffers.raster.page;

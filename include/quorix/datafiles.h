@@ -26,10 +26,10 @@ extern "C" {
 
 /* Opens a file and reads its first header.
  *
- *   filename  of the file. A file that was open before is closed, once this one was read.
- *   status    0 done; -1 the file cannot be opened, or -2 no memory, and what was open before stays
- *             open; -3 the header has no BITPIX; -4 it has no NAXIS, or one outside 0 to 999;
- *             -5 one of its NAXISn is missing. With -3 to -5 the file is open all the same.
+ *   filename  of the file (see quorix.h). A file that was open before is closed, once this one was
+ * read. status    0 done; -1 the file cannot be opened, or -2 no memory, and what was open before
+ * stays open; -3 the header has no BITPIX; -4 it has no NAXIS, or one outside 0 to 999; -5 one of
+ * its NAXISn is missing. With -3 to -5 the file is open all the same.
  */
 QUORIX_API int32_t qqfits1(const char *filename, int32_t *status);
 
@@ -108,11 +108,11 @@ QUORIX_API int32_t qqply1(const double *x, const double *y, const double *z, con
 
 /* Ends the mesh, and writes it with mode 0. Without a mesh it does nothing.
  *
- *   filename     of the file. All of it has been handed to the system afterwards; kept: the file
- *                stays open until the process ends.
- *   object_name  for a comment in the file
- *   mode         0: write the file; any other: only end the mesh
- *   status       0 done; 1 the file cannot be created, or the mesh was lost, and nothing is written
+ *   filename     of the file (see quorix.h). All of it has been handed to the system afterwards,
+ * and quorix_last_failure (status.h) tells whether it was accepted; kept: the file stays open until
+ * the process ends. object_name  for a comment in the file mode         0: write the file; any
+ * other: only end the mesh status       0 done; 1 the file cannot be created, or the mesh was lost,
+ * and nothing is written
  *
  * Coordinates have six decimals. Lines end as text files do: with CR LF on Windows and LF
  * elsewhere.

@@ -50,7 +50,7 @@ QUORIX_API int32_t qqbdf1(const int32_t *family, const int32_t *size, int32_t *w
 /* The same with a directory.
  *
  * directory      where use_directory is not 0 and the environment variable QUORIX is not set, the
- *                font files lie in `fonts` under it
+ *                font files lie in `fonts` under it. For its name see quorix.h
  * use_directory  0: as qqbdf1 */
 QUORIX_API int32_t qqbdf1n(const char *directory, const int32_t *use_directory,
                            const int32_t *family, const int32_t *size, int32_t *widths,
@@ -74,7 +74,7 @@ QUORIX_API int32_t qqbdf2(const int32_t *code, const int32_t *x, const int32_t *
 
 /* Opens a TrueType font, in the place of one that is open.
  *
- * filename    the font file; it is closed again before the call returns
+ * filename    the font file (see quorix.h); it is closed again before the call returns
  * swap_bytes  1 on hosts that store numbers with the low byte first (as x86 does), else 0
  * status      0 done; 1 the file cannot be opened; 2 no memory; 3 a table is not all there; 4 no
  *             character map for platform 3, encoding 1; 5 that map has another format than 4;

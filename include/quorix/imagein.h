@@ -19,7 +19,7 @@
  * no drawing record yet (qqvini makes it); -2 no memory; -3 not a file of the format, or a damaged
  * one; -9 there is no such device in this library. Nothing is held of a picture whose reading
  * failed; on a device the rows that were decoded stay. A picture that was held before is gone if
- * the new one was begun.
+ * the new one was begun. Names of files: see quorix.h.
  */
 #ifndef QUORIX_IMAGEIN_H
 #define QUORIX_IMAGEIN_H

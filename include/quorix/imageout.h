@@ -11,8 +11,10 @@
  *
  * Statuses of all writers: 0 done; -1 the file cannot be opened, or there is no drawing record yet
  * (qqvini makes it), and no file was touched; -2 no memory; -9 there is no such device in this
- * library, and no file was touched. A full disk is not noticed: the file is short and the status 0.
- * After a failure the file stays with what was written so far.
+ * library, and no file was touched. After a failure the file stays with what was written so far. A
+ * disk that is full changes no status: ask quorix_last_failure (status.h) after each picture.
+ *
+ * Names of files: see quorix.h.
  */
 #ifndef QUORIX_IMAGEOUT_H
 #define QUORIX_IMAGEOUT_H

@@ -10,8 +10,8 @@
  * infinities are written as 0.
  *
  * An operation without a document, or after its end, does nothing; statuses are then as told for
- * each. No result of a write is looked at: a full disk leaves a short file without a word. Without
- * memory for its buffers a document is written all the same, uncompressed.
+ * each. A disk that is full changes no status: ask quorix_last_failure (status.h) after the end of
+ * the document. Without memory for its buffers a document is written all the same, uncompressed.
  *
  * Pens, colours and clip rectangles end with their page, and a clip should be switched off before
  * it. What a caller leaves open at the end of a page or a document stays as it is: texts and paths
@@ -31,7 +31,8 @@ extern "C" {
 /* Starts a document with its first page. A document that is still open is given up: its file stays
  * as far as it was written.
  *
- * file                     name of the file, replaced if it exists; not read for memory output
+ * file                     name of the file (see quorix.h), replaced if it exists; not read for
+ *                          memory output
  * page_width, page_height  size of all pages in points
  * mode                     bit 0: compress all streams; any higher bit: output to memory
  * rotate_and_status        on entry, where the low 8 bits are not 0, pages are shown turned by 90

@@ -5,6 +5,10 @@
  * All operations are plain C calls on process-wide state: one drawing record, one clip rectangle
  * for image files, and so on. They are made from one thread. An operation returns 0 unless its
  * description says otherwise; results travel through its arguments.
+ *
+ * Names of files are byte strings that end in a zero. On Windows a name that is valid UTF-8 and not
+ * plain ASCII means those characters; any other is in the system's code page. Elsewhere the bytes
+ * are the name. Whether a file that was written is whole, quorix_last_failure tells (status.h).
  */
 #ifndef QUORIX_QUORIX_H
 #define QUORIX_QUORIX_H
@@ -17,6 +21,7 @@
 #include "imageout.h"
 #include "pdf.h"
 #include "raster.h"
+#include "status.h"
 #include "system.h"
 #include "window.h"
 

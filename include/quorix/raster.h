@@ -163,7 +163,8 @@ QUORIX_API int32_t qqvrdr(uint8_t *buffer, int32_t x, int32_t y, int32_t n, int3
  * status  0 done; 1 the file cannot be opened, or there is no raster; 2 no memory; 3 not such a
  *         file, or one of an unsupported depth
  *
- * A file that ends early loads the rows that it has. */
+ * A file that ends early loads the rows that it has. A disk that is full while it is saved changes
+ * no status: quorix_last_failure (status.h) tells. Names of files: see quorix.h. */
 QUORIX_API int32_t qqvfil(const char *file_name, int32_t mode, int32_t *status);
 
 #ifdef __cplusplus

@@ -20,7 +20,7 @@ extern "C" {
 
 /* Opens a file under a unit.
  *
- *   name    of the file
+ *   name    of the file (see quorix.h)
  *   unit    0 to 99
  *   mode    1: write, the file is emptied or created; 2: append; anything else, usually 0: read.
  *           Kept: the low 8 bits of mode + 1 stand for the open file afterwards. 1 may be read,
@@ -31,7 +31,8 @@ extern "C" {
 QUORIX_API int32_t c_openfl(const char *name, const int32_t *unit, const int32_t *mode,
                             int32_t *status);
 
-/* Closes the file of a unit. status: 0 closed; 1 no file is open under it. */
+/* Closes the file of a unit. status: 0 closed; 1 no file is open under it. Bytes that were gathered
+ * are written now, and quorix_last_failure (status.h) tells whether they could be. */
 QUORIX_API int32_t c_closfl(const int32_t *unit, int32_t *status);
 
 /* Reads up to `count` bytes. result: the number of bytes read, less than `count` at the end of the
@@ -39,8 +40,9 @@ QUORIX_API int32_t c_closfl(const int32_t *unit, int32_t *status);
 QUORIX_API int32_t c_readfl(const int32_t *unit, uint8_t *buffer, const int32_t *count,
                             int32_t *result);
 
-/* Writes `count` bytes. result: the number of bytes written; -1 if the unit is not open for writing
- * or `count` is negative. */
+/* Writes `count` bytes. result: the number of bytes accepted, less than `count` on a disk that is
+ * full; -1 if the unit is not open for writing or `count` is negative. Bytes are gathered before
+ * they go to the disk, so c_closfl may be what fails: see there. */
 QUORIX_API int32_t c_writfl(const int32_t *unit, const uint8_t *buffer, const int32_t *count,
                             int32_t *result);
 
@@ -72,8 +74,8 @@ QUORIX_API int32_t c_tellfl(const int32_t *unit, int32_t *result);
  */
 QUORIX_API int32_t qqgenv(const char *name, char *buffer);
 
-/* Removes a file. A file that is missing or cannot be read is left alone without a word, and so is
- * a directory. */
+/* Removes a file (for its name see quorix.h). A file that is missing or cannot be read is left
+ * alone without a word, and so is a directory. */
 QUORIX_API int32_t qqrmfl(const char *name);
 
 /* Runs a command through the system's command processor and waits for its end. Its result is

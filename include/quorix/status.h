@@ -1,0 +1,55 @@
+/* SPDX-License-Identifier: MIT
+ *
+ * What went wrong: the file call that failed last.
+ *
+ * Statuses of writers tell of a file that cannot be opened, and of nothing that happens to it
+ * afterwards. Whether all of a file reached the disk is asked here.
+ */
+#ifndef QUORIX_STATUS_H
+#define QUORIX_STATUS_H
+
+#include "export.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Files that could not be written ----------------------------------------------------- */
+
+/* The step of writing a file that failed. */
+enum {
+  QUORIX_STEP_OPEN = 1,  /* it could not be opened or created */
+  QUORIX_STEP_WRITE = 2, /* bytes were not accepted */
+  QUORIX_STEP_FLUSH = 3, /* what was gathered could not be handed to the system */
+  QUORIX_STEP_CLOSE = 4  /* the same, when the file was closed */
+};
+
+/* Tells what failed last when a file was written, and forgets it.
+ *
+ *   operation  receives the name of the operation, as in "qqppng"
+ *   step       receives one of the numbers above
+ *   error      receives the system's number for the error (errno), 0 if it gave none. A full disk
+ *              is ENOSPC
+ *   reason     receives the system's words for that number, empty for 0
+ *   file       receives the name that the operation was given; of a long one the last 255 bytes
+ *   size       room of each of the three texts, terminator included; what does not fit is cut. 256
+ *              is enough
+ *
+ * Returns 1, or 0 if nothing has failed since the last call; then nothing is received. Each of the
+ * five addresses may be null.
+ *
+ * All operations that write files are covered: those of imageout.h, qqvfil, qqply2, the documents
+ * of pdf.h, and c_openfl, c_writfl and c_closfl with files opened to be written. Of one operation's
+ * failures the first is kept, and one operation's displaces another's. A document may fail in any
+ * operation of pdf.h; its first failure is told again when it ends, whatever was told before. So
+ * one call after a picture was written, or after a document was ended, answers whether the file is
+ * whole. Readers are not covered: their statuses tell.
+ */
+QUORIX_API int32_t quorix_last_failure(char *operation, int32_t *step, int32_t *error, char *reason,
+                                       char *file, int32_t size);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
