@@ -270,7 +270,7 @@ void close_path(PdfDocument *document) {
   document->page.path_open = document->page.after_line = false;
 }
 
-void write_colour(PdfDocument *document, const Rgb &colour, const char *operator_line) {
+void write_colour(PdfDocument *document, const PdfColour &colour, const char *operator_line) {
   PdfLine line;
   add_component(&line, colour.red);
   add_component(&line, colour.green);
@@ -294,7 +294,7 @@ extern "C" int32_t qqpdf3(int32_t red, int32_t green, int32_t blue, int32_t fill
   quorix::close_path(document);
   quorix::close_text(document);
   const bool areas = fill == 1;
-  const quorix::Rgb colour = {red, green, blue};
+  const quorix::PdfColour colour = {red, green, blue};
   if (!areas) document->page.line_colour = colour;
   quorix::write_colour(document, colour, areas ? "rg\n" : "RG\n");
   return 0;

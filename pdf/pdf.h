@@ -129,14 +129,14 @@ inline constexpr int32_t font_count = 35;
 
 enum class FontState : uint8_t { unused, used, written };
 
-struct Rgb {
+struct PdfColour {
   int32_t red, green, blue;
 };
 
 // What the operators of a page need to know of each other.
 struct PageState {
   int32_t font, font_size;  // of the open text
-  Rgb line_colour;          // what a clip that replaces another sets again
+  PdfColour line_colour;    // what a clip that replaces another sets again
   bool mask_white;
   float clip_low[2], clip_high[2];
   float current[2];
@@ -233,6 +233,6 @@ void close_text(PdfDocument *document);
 // Strokes an open path.
 void close_path(PdfDocument *document);
 // The colour operands and their operator: "rg" for areas, "RG" for lines.
-void write_colour(PdfDocument *document, const Rgb &colour, const char *operator_line);
+void write_colour(PdfDocument *document, const PdfColour &colour, const char *operator_line);
 
 }  // namespace quorix
