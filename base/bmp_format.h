@@ -34,7 +34,7 @@ enum BmpCompression : uint32_t { bmp_plain = 0, bmp_run_length_8 = 1, bmp_run_le
 
 // ---- colours and rows
 
-inline constexpr size_t bmp_table_entries = 256;    // that a pixel can tell
+inline constexpr size_t bmp_table_entries = 256;    // that a pixel can name
 inline constexpr size_t bmp_table_entry_bytes = 4;  // blue, green, red, 0
 inline constexpr size_t bmp_row_group = 4;          // a row has a multiple of so many bytes
 

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// zlib's compressor in steps of any size, though its own counts have 32 bits.
 #include "base/deflate.h"
 
 #include <algorithm>

@@ -4,6 +4,10 @@
 // 4 bits. Rows stand bottom first; a negative height is no top-down picture here, it has no rows.
 //
 // The pixels are taken to follow the colour table, wherever the header says they are.
+//
+// Decisions. A row that the file has only in part is left out. Where the whole bytes of a row come
+// to none (1 bit, fewer than 8 pixels) its pixels are index 0, for as many rows as bytes are left.
+// Run lengths that reach beyond width or height are dropped there.
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -50,14 +54,14 @@ bool is_consistent(const BmpFile &bmp) {
   return bmp.bits != 24 || bmp.compression == bmp_plain;
 }
 
-// The table has black beyond its end. It may be longer than a pixel can tell; a file that ends
+// The table has black beyond its end. It may be longer than a pixel can reach; a file that ends
 // within it has no pixels, which is found out later. Kept: 16 bits have one as well.
 void read_colour_table(BmpFile *bmp) {
   ByteSource *const source = bmp->source;
-  const uint64_t told = read_u32_le(source);
+  const uint64_t used = read_u32_le(source);
   seek_source(source, bmp_headers_bytes);
   if (bmp->bits >= 24) return;
-  const uint64_t count = told != 0 ? told : uint64_t{1} << bmp->bits;
+  const uint64_t count = used != 0 ? used : uint64_t{1} << bmp->bits;
   const uint64_t held = bytes_left(*source) / bmp_table_entry_bytes;
   for (uint64_t i = 0; i < std::min<uint64_t>({count, held, bmp_table_entries}); ++i) {
     uint8_t entry[bmp_table_entry_bytes];
@@ -72,8 +76,8 @@ void read_colour_table(BmpFile *bmp) {
 
 // ---- rows
 
-// Kept: whole bytes are counted before the row is filled up, so that rows of 1 and 4 bits may be
-// told shorter than their pixels need, down to nothing. Those pixels have index 0.
+// Kept: whole bytes are counted before the row is filled up, so that rows of 1 and 4 bits may come
+// out shorter than their pixels need, down to nothing. Those pixels have index 0.
 uint64_t stride(const BmpFile &bmp) {
   const uint64_t bytes = static_cast<uint64_t>(bmp.width) * bmp.bits / 8;
   return (bytes + bmp_row_group - 1) / bmp_row_group * bmp_row_group;

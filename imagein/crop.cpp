@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// A rectangle of the held picture, and rows of it.
+// The held picture in parts: qqpiwin keeps a rectangle of it, qqpgrow copies rows out.
+//
+// A rectangle is copied into a picture of its own before the old one goes, so both are in memory
+// for a moment, and without memory the old one stays.
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -12,7 +15,7 @@ namespace quorix {
 
 namespace {
 
-// A rectangle may have no columns or rows, but it starts inside.
+// A rectangle may have no columns or no rows, but its corner lies inside.
 bool is_inside(const Picture &picture, int32_t x, int32_t y, int32_t width, int32_t height) {
   if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) return false;
   if (width < 0 || height < 0) return false;
@@ -66,8 +69,8 @@ extern "C" int32_t qqpiwin(const int32_t *x, const int32_t *y, const int32_t *wi
 }
 
 extern "C" int32_t qqpgrow(uint8_t *row, const int32_t *x, const int32_t *y, const int32_t *count) {
-  constexpr int32_t release = -1;
-  if (*count == release) {
+  constexpr int32_t give_back = -1;
+  if (*count == give_back) {
     quorix::hold_picture({});
   } else if (quorix::held_picture != nullptr && *count > 0) {
     quorix::copy_row(*quorix::held_picture, row, *x, *y, *count);

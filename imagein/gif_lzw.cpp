@@ -1,4 +1,9 @@
 // SPDX-License-Identifier: MIT
+//
+// From the bits of sub-blocks to codes, and from codes to strings of pixels.
+//
+// Decisions. Codes may begin without a clear code. What follows one or more clear codes is a pixel;
+// anything else there is damage, the end code too. A full table goes on without new codes.
 #include "imagein/gif_lzw.h"
 
 #include <bit>

@@ -7,8 +7,9 @@
 // rows go through the colour table on their way into the sink.
 //
 // Decisions. A file that ends before its picture does, or in the middle of a number, is damaged.
-// The size of the screen matters only where a picture of that size is built. A local table replaces
-// the global one as a whole; what neither knows is black.
+// The size of the screen matters only where a picture of that size is held, and only there a size
+// of 0 is refused. A local table replaces the global one as a whole; indices beyond its end are
+// black.
 #include <algorithm>
 #include <cstring>
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// The picture that is held in memory.
+// Pictures in memory, and the one that is held between calls.
+//
+// A picture is three blocks from the memory gate: the record, its colours, its alpha. Sizes are
+// checked as products before anything is asked for.
 #include <utility>
 
 #include "imagein/imagein.h"

@@ -19,6 +19,10 @@
 //
 // `read_image` finds the device, opens the file, closes it, shows a picture that had to be complete
 // first, and after a failure gives back what was built. A decoder owns only its own buffers.
+//
+// Decisions. With a device, the record and the device are looked for before the file is touched:
+// -1 without a record, -9 without the device. The held picture goes when the new one begins, so a
+// file that fails before that leaves it.
 #pragma once
 
 #include <cstddef>
@@ -104,7 +108,7 @@ struct RowSink {
 // answers.
 ReaderStatus open_sink(RowSink *sink, OutputContext *context, const ReaderTarget &target);
 
-// What a decoder tells before the first row.
+// What a decoder says before the first row.
 struct PictureForm {
   int32_t width, height;  // a height below 0 counts as 0, a width below 0 too
   bool alpha = false;     // rows come with alpha

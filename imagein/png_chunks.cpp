@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
+// One pass over the chunks of a file in memory.
+//
 // Kept: signature, CRCs and the first chunk's length and name are not looked at, nor is the order
 // of chunks. Where a chunk comes twice the later one counts.
 #include "imagein/png_chunks.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What the chunks of a PNG file tell, and the compressed stream that they carry.
+// What the chunks of a PNG file say, and the compressed stream that they carry.
 #pragma once
 
 #include <cstddef>

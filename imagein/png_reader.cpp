@@ -6,9 +6,10 @@
 // The whole file is read first. The stream is taken out of it some rows at a time, which are
 // unfiltered and converted where they stand; nothing but the interlaced form is held as a whole.
 //
-// The result is that of decompressing and delivering one row after another: a stream that ends
-// early delivers the rows it fills and no error, and one that turns out damaged before the next
-// row's first byte takes the row before with it, whose decompression would have met the damage.
+// The result is that of decompressing and delivering one row after another. A row that the stream
+// does not fill is not delivered, and the rows before it are no error. A stream that turns out
+// damaged before the next row's first byte takes the row before with it, whose decompression would
+// have met the damage.
 #include <algorithm>
 #include <cstring>
 

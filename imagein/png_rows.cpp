@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// One path per size of pixel. Grey of up to 8 bits and indices go through one table of 256 colours.
+// PNG samples as RGB and alpha, one path per size of pixel. Grey of up to 8 bits and indices go
+// through one table of 256 colours.
 #include "imagein/png_rows.h"
 
 #include <algorithm>

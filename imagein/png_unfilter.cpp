@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The filters byte by byte, and the choice between this form and the wide one.
 #include "imagein/png_unfilter.h"
 
 #include <algorithm>

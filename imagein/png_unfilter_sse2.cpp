@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// One pixel a step, its samples side by side. Rows hold whole pixels.
+// The filters that look at the pixel on the left, one pixel a step, its samples side by side. Rows
+// hold whole pixels.
 #include "base/processor.h"
 
 #if QUORIX_X86_64
@@ -84,7 +85,7 @@ bool is_zero(const uint8_t *bytes) {
   return (words[0] | words[1] | words[2]) == 0;
 }
 
-// In lanes of 16 bits; the plain form tells why this picks the right one. What depends on the pixel
+// In lanes of 16 bits; the plain form says why this picks the right one. What depends on the pixel
 // on the left is the way that counts, so all else is prepared beside it.
 //
 // Where left and upper left are the same, the pixel above is the nearest; and if nothing is added

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Samples of less than a byte, spread to a byte each.
 #include "imagein/samples.h"
 
 namespace quorix {

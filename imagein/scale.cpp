@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // The held picture shown at another size, once.
+//
+// Decisions. Without a device, and of a picture without pixels, nothing is shown and the status is
+// 0. A size below 1 is -2.
 #include "imagein/scale.h"
 
 #include <cstdlib>

@@ -1,4 +1,13 @@
 // SPDX-License-Identifier: MIT
+//
+// Three ways for the bytes of a strip or tile: as they stand in the window over the file, a few
+// rows at a time; unpacked as a whole into memory, and handed over from there; or, for strips of
+// RGB that are to be held, straight to where they stay, as many strips at once as follow each other
+// in the file.
+//
+// Decisions. What cannot fill its strip or tile is refused before there is room for it, and so are
+// strips and tiles that together have more bytes than the file several times over: the time for a
+// file is bounded by its size, not by what it claims.
 #include "imagein/tiff_blocks.h"
 
 #include <algorithm>
@@ -124,7 +133,8 @@ void read_raw(const TiffBlocks &blocks, const Block &block, uint8_t *target, siz
   *count = read_available(source, target, *count);
 }
 
-// Leaves filled_bytes at `target`, or fewer if the system does not give them: `*count` tells.
+// Leaves filled_bytes at `target`, or fewer if the system does not give them: `*count` says how
+// many.
 int32_t unpack(TiffBlocks *blocks, const Block &block, uint8_t *target, size_t *count) {
   const TiffFile &tiff = *blocks->tiff;
   if (tiff.compression == tiff_raw) {

@@ -3,10 +3,10 @@
 // The entries are gathered first and looked at afterwards, each tag once (the last entry of a tag
 // counts), so neither their order nor their number matters.
 //
-// Decisions. A directory that the file cuts off, or arrays outside the file, are a bad format, and
-// so are offsets without as many sizes, except for a single strip that is not compressed. A size of
-// the picture of 0 or beyond 31 bits, no strips and no tiles, rows per strip or tiles of size 0, a
-// palette picture without a map and other predictors than differences are not supported.
+// Decisions. A directory that the file cuts off and arrays outside the file are a bad format, and
+// so are offsets without as many sizes, except for a single strip that is not compressed. Not
+// supported are a picture's size of 0 or beyond 31 bits, neither strips nor tiles, rows per strip
+// or tiles of size 0, a palette picture without a map, and other predictors than differences.
 #include "imagein/tiff_directory.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ namespace {
 // Tags from the first to the last that is looked at.
 constexpr auto first_tag = static_cast<uint16_t>(TiffTag::image_width);
 constexpr size_t tag_count = static_cast<uint16_t>(TiffTag::sample_format) - first_tag + 1;
-constexpr uint32_t most_told_samples = 3;
+constexpr uint32_t most_listed_samples = 3;
 
 struct Entry {
   TiffType type;
@@ -103,7 +103,7 @@ uint32_t value_of(const Directory &directory, TiffTag tag, uint32_t standard) {
 // they differ.
 uint32_t equal_values(const Directory &directory, TiffTag tag, uint32_t *value) {
   const Entry &entry = entry_of(directory, tag);
-  const uint32_t count = std::min(entry.count, most_told_samples);
+  const uint32_t count = std::min(entry.count, most_listed_samples);
   if (!find_values(directory, entry, 0, count)) return 0;
   *value = next_value(directory, entry);
   bool equal = true;
@@ -121,14 +121,15 @@ bool is_one_of(uint32_t value, std::initializer_list<uint32_t> values) {
 bool take_samples(const Directory &directory, TiffFile *tiff) {
   tiff->bits = tiff->total_bits = 1;
   if (is_there(directory, TiffTag::bits_per_sample)) {
-    const uint32_t told = equal_values(directory, TiffTag::bits_per_sample, &tiff->bits);
-    if (told == 0 || !is_one_of(tiff->bits, {1, 2, 4, 8, 16, 32})) return false;
-    tiff->total_bits = told * tiff->bits;
+    const uint32_t listed = equal_values(directory, TiffTag::bits_per_sample, &tiff->bits);
+    if (listed == 0 || !is_one_of(tiff->bits, {1, 2, 4, 8, 16, 32})) return false;
+    tiff->total_bits = listed * tiff->bits;
   }
   uint32_t format = tiff_unsigned_samples;
   if (is_there(directory, TiffTag::sample_format)) {
-    const uint32_t told = equal_values(directory, TiffTag::sample_format, &format);
-    if (told == 0 || !is_one_of(format, {tiff_unsigned_samples, tiff_float_samples})) return false;
+    const uint32_t listed = equal_values(directory, TiffTag::sample_format, &format);
+    if (listed == 0 || !is_one_of(format, {tiff_unsigned_samples, tiff_float_samples}))
+      return false;
   }
   tiff->is_float = format == tiff_float_samples;
   tiff->samples = value_of(directory, TiffTag::samples_per_pixel, 0);
@@ -137,7 +138,7 @@ bool take_samples(const Directory &directory, TiffFile *tiff) {
   return tiff->bits != 32 || tiff->samples == 1 || tiff->is_float;
 }
 
-// Where a strip is as tall as the picture, the file may tell 0xFFFFFFFF rows.
+// Where a strip is as tall as the picture, the file may have 0xFFFFFFFF for its rows.
 bool take_geometry(const Directory &directory, TiffFile *tiff) {
   const uint32_t width = value_of(directory, TiffTag::image_width, 0);
   const uint32_t height = value_of(directory, TiffTag::image_length, 0);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// What the first directory of a TIFF file tells.
+// What the first directory of a TIFF file says.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,7 @@ struct TiffFile {
   uint32_t compression, photometric;
   uint32_t samples;     // per pixel; 0 if the file does not say, and then nothing depends on it
   uint32_t bits;        // per sample
-  uint32_t total_bits;  // per pixel: the sum of up to three samples that the file tells, at least 1
+  uint32_t total_bits;  // per pixel: the sum of up to three samples that the file lists, at least 1
   bool is_float;
   bool adds_up;  // samples are differences (predictor 2)
   // Where the pixels are: strips of rows, or else tiles, in rows of tiles from the top.
@@ -33,7 +33,7 @@ struct TiffFile {
   int64_t block_width, block_rows;  // of a strip or tile, at least 1; a strip is never taller than
                                     // the picture
   size_t blocks;
-  OwnedArray<uint32_t> offsets, sizes;  // of strips or tiles, as the file tells
+  OwnedArray<uint32_t> offsets, sizes;  // of strips or tiles, as the file has them
   // The high bytes of the colour map: planes of red, green and blue.
   size_t map_entries;
   uint8_t map[3][256];

@@ -3,8 +3,9 @@
 // TIFF pictures: the first directory of a file, in strips or tiles, raw or compressed.
 //
 // Decisions. Uncompressed data that the file does not have are left out (black in a held picture),
-// without an error. The extremes of a picture of floats are those of all that is stored, so the
-// parts of tiles that hang over the picture count too.
+// without an error; compressed data that are missing are damage. The extremes of a picture of
+// floats are those of all that is stored, so the parts of tiles that hang over the picture count
+// too.
 #include <algorithm>
 
 #include "imagein/imagein.h"

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
+// Samples of grey, RGB and palette pictures as RGB, each kind by its own conversion.
+//
 // Kept: photometric 0, where white is 0, turns only the ends of the scale; a sample's size follows
-// the first of its counts, so pixels whose bits the file tells wrong are read as it tells them; the
-// file's byte order shows through RGB of 16 bits; grey of 16 bits, palettes of 1 bit and RGB of 1
-// or 32 bits are not converted, nor are integers of 32 bits.
+// the first of its counts, so pixels whose bits the file states wrong are read as it states them;
+// the file's byte order shows through RGB of 16 bits; grey of 16 bits, palettes of 1 bit and RGB of
+// 1 or 32 bits are not converted, nor are integers of 32 bits.
 #include "imagein/tiff_rows.h"
 
 #include <algorithm>

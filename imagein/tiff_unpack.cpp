@@ -1,4 +1,11 @@
 // SPDX-License-Identifier: MIT
+//
+// PackBits and LZW, from memory into memory. Runs and strings are copied in wide pieces wherever
+// the room behind them allows it, and exactly at the end of the target.
+//
+// Decisions. LZW data may begin without a clear code, and several may follow each other; behind
+// them stands a single byte or the end. LZW data that hold more than the target are noticed,
+// PackBits data are not read that far.
 #include "imagein/tiff_unpack.h"
 
 #include <algorithm>

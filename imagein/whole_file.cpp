@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// One block for the rest of a source, and zeros behind it.
 #include "imagein/whole_file.h"
 
 #include <cstring>

@@ -2,6 +2,8 @@
 //
 // Windows bitmaps with the 40-byte information header, not compressed: 8 bits per pixel with a
 // colour table, or 24. Rows stand bottom first, each filled up to a multiple of 4 bytes.
+//
+// Decision. Sizes in the header that do not fit in 32 bits wrap.
 #include <algorithm>
 #include <utility>
 
@@ -40,7 +42,6 @@ size_t stride(const BmpWriter &bmp) {
   return (row_bytes(bmp) + bmp_row_group - 1) / bmp_row_group * bmp_row_group;
 }
 
-// Sizes that do not fit in 32 bits wrap.
 void write_header(const BmpWriter &bmp) {
   const PictureArea &area = bmp.source.area;
   const auto rows = has_pixels(area) ? static_cast<size_t>(area.height) : size_t{0};

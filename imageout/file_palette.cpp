@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Palettes on their way into files, and pictures that need one computed.
+//
+// Decision. Entries that a computed palette does not need are 0, so that files are reproducible.
 #include "imageout/imageout.h"
 
 namespace quorix {

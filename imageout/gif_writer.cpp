@@ -2,6 +2,8 @@
 //
 // GIF with one picture: a global table of 256 colours, not interlaced. A transparent colour makes
 // it GIF89a, otherwise it is GIF87a.
+//
+// Decision. Sizes have 16 bits in the file; of larger ones the low bits are written.
 #include "base/file_failures.h"
 #include "base/files.h"
 #include "base/gif_format.h"
@@ -27,7 +29,6 @@ struct GifWriter {
   std::FILE *file;
 };
 
-// Sizes have 16 bits here; of larger ones the low bits are written.
 void add_sizes(const GifWriter &gif, HeaderBytes *header) {
   add_u16(header, static_cast<uint16_t>(gif.source.area.width));
   add_u16(header, static_cast<uint16_t>(gif.source.area.height));
@@ -136,7 +137,7 @@ extern "C" int32_t qqpgif(const char *file, const int32_t *device, const int32_t
     return 0;
   }
   gif.samples = *height < 0 ? quorix::Samples::rgb : quorix::Samples::index;
-  // The height tells of a window, the device's sign of the raster, whether colours are true.
+  // Whether colours are true: a window says it by the height, the raster by the sign of its device.
   const bool is_window = quorix::window_device(quorix::magnitude(*device));
   gif.quantised = is_window ? *height < 0 : *device < 0;
   gif.swap = *order == 0;

@@ -1,4 +1,9 @@
 // SPDX-License-Identifier: MIT
+//
+// qqpclp and what it does to a picture's size.
+//
+// Decision. A rectangle without pixels is written like any other: its numbers go into the header,
+// and no pixels follow.
 #include "base/numbers.h"
 #include "imageout/imageout.h"
 #include "quorix/imageout.h"

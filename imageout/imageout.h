@@ -6,6 +6,9 @@
 // writes what comes before the pixels, asks for memory, reads, writes the pixels. No result of a
 // write is looked at: what fails is noted for its FileWork (base/file_failures.h). What a writer
 // needs besides is between it and its format.
+//
+// Decisions. Without a drawing record the status is -1. Where a device has no page yet, or no page
+// any more, and wherever a rectangle leaves the page, pixels are 0.
 #pragma once
 
 #include <cstddef>
@@ -104,7 +107,7 @@ struct PageFit {
   double drawn_width, drawn_height;
 };
 
-// What qqpps and qqppdf are told of the page; page_set is 1 where its size counts.
+// What callers of qqpps and qqppdf say of the page; page_set is 1 where its size counts.
 struct PageRequest {
   int32_t page_set, page_width, page_height;
 };
@@ -138,7 +141,7 @@ WriterStatus quantise_picture(const PictureSource &source, FilePalette *palette,
 
 // ---- Words of file headers
 
-// The caller tells whether words have to be turned, and is believed: a wrong answer gives a file
+// The caller says whether words have to be turned, and is believed: a wrong answer gives a file
 // with all its words reversed. Kept, since that is what callers on other hosts ask for.
 template <class Word>
 void put_word(uint8_t *to, Word word, bool swap) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Fits a picture to a page. Sizes of 0 give scales that are no numbers; they are written as 0.
+// Fits a picture to a page.
+//
+// Decision. Sizes of 0 give scales that are no numbers; they are written as 0.
 #include "imageout/imageout.h"
 
 namespace quorix {

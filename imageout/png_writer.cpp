@@ -7,6 +7,9 @@
 // only one row is held (a picture that gets its palette from the quantiser is held whole, as RGB).
 // Each chunk stands in one block of memory, with its length before it and its CRC behind, and is
 // written by one call.
+//
+// Decision. In memory the status is a number of bytes and nothing else, so a missing device or
+// record shows as 0.
 #include <zlib.h>
 
 #include <cstring>

@@ -59,7 +59,7 @@ void write_comments(std::FILE *file, const PageFit &fit, const Margins &margins)
   add_int(&line, to_int32(margins.y));
   add_int(&line, to_int32(fit.page_width + margins.x + 1));
   add_int(&line, to_int32(fit.page_height + margins.y + 1));
-  // Kept: the release that this form of the program came with.
+  // Kept: files name 10.3 as their creator whatever the library's version is.
   add(&line, "\n%%Creator: QUORIX  10.3\n");
   write_line(file, line);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // From true colours to at most 256: an octree of colour bits that is reduced while it grows.
+//
+// Decision. Sums of colours have 64 bits, so that no picture is too large for its means.
 #pragma once
 
 #include <cstddef>

@@ -4,6 +4,10 @@
 //
 // The file is: header, the only directory, the offsets and the sizes of the strips, the two
 // resolutions, the table of the form, the strips.
+//
+// Decisions. A picture of one row has offset and size of its strip in the directory itself, as the
+// format wants it; the arrays stay where they are. A picture without pixels has no strips. If there
+// is no memory for a picture that no TIFF can hold (4 GB), its file ends behind the directory.
 #include <algorithm>
 
 #include "base/file_failures.h"
@@ -91,8 +95,6 @@ TiffPhotometric photometric(TiffForm form) {
   return form == TiffForm::rgb ? tiff_rgb : tiff_black_is_zero;
 }
 
-// A single strip has its offset and size in the directory itself, as the format has it: a count of
-// 1 leaves no room for doubt. The arrays stay where they are.
 void add_entries(const TiffWriter &tiff, const TiffLayout &layout, HeaderBytes *directory) {
   const PictureArea &area = tiff.source.area;
   const bool rgb = tiff.form == TiffForm::rgb;
@@ -248,14 +250,13 @@ WriterStatus make_strips(TiffWriter *tiff, const TiffLayout &layout, OwnedArray<
 }
 
 // Whether offsets of 32 bits reach the end of the file.
-bool can_be_told(const TiffLayout &layout) {
+bool fits_in_file(const TiffLayout &layout) {
   const uint64_t per_row = uint64_t{layout.strip_bytes} + 2 * sizeof(uint32_t);
   return per_row * layout.rows <= UINT32_MAX;
 }
 
 // Without memory the file ends before the table of the form. Memory is asked for before that much
-// is written, since there may be no end to the arrays of a picture that nobody can hold: such a
-// file keeps its directory alone.
+// is written, since there may be no end to the arrays of a picture that nobody can hold.
 WriterStatus write_tiff(TiffWriter *tiff, const char *name) {
   const FileWork work("qqptif", name);
   const OwnedFile file = open_file(name, "wb");
@@ -265,7 +266,7 @@ WriterStatus write_tiff(TiffWriter *tiff, const char *name) {
   OwnedArray<uint8_t> pixels;
   const WriterStatus status = make_strips(tiff, layout, &pixels);
   write_directory(*tiff, layout);
-  if (status != writer_done && !can_be_told(layout)) return status;
+  if (status != writer_done && !fits_in_file(layout)) return status;
   write_strip_words(*tiff, layout, layout.strips, layout.strip_bytes);
   write_strip_words(*tiff, layout, layout.strip_bytes, 0);
   write_resolutions(*tiff);

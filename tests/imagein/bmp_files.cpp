@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Bitmaps put together header by header, row by row and run by run.
 #include "tests/imagein/bmp_files.h"
 
 #include "tests/imagein/random_picture.h"

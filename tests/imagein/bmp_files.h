@@ -14,7 +14,7 @@ struct BmpHeader {
   uint32_t bits = 24;
   uint32_t compression = 0;
   uint32_t colours_used = 0;
-  uint32_t data_offset = 0;  // told but never used
+  uint32_t data_offset = 0;  // in the header, but never used
 };
 
 // Header, colour table (four bytes an entry: blue, green, red, unused) and data.

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// One file read in every way: held, cut, shown on pages of both kinds, and compared each time.
 #include "tests/imagein/expected_picture.h"
 
 #include <algorithm>

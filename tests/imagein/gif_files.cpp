@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// An encoder of GIF codes that counts as a decoder does, and files around its codes.
 #include "tests/imagein/gif_files.h"
 
 #include <map>

@@ -50,7 +50,7 @@ std::vector<int32_t> interlaced_rows(int32_t height);
 
 // Decodes a file one statement at a time.
 ExpectedPicture expect_gif(const Bytes &file);
-// What must come of indices, told without decoding anything.
+// What must come of indices, worked out without decoding anything.
 ExpectedPicture expect_indices(const GifFile &parts, const Bytes &indices);
 
 }  // namespace quorix::testing

@@ -18,7 +18,7 @@ namespace {
 
 class HeldPicture : public ReaderTest {};
 
-// Holds a picture of that size, with alpha or without, and tells it.
+// Holds a picture of that size, with alpha or without, and returns what must be held.
 literal::Picture hold(int32_t width, int32_t height, bool alpha, uint32_t seed,
                       const Place &place = {}) {
   const PngPicture picture = random_png(alpha ? 6 : 2, 8, width, height, seed);

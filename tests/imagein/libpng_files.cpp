@@ -27,13 +27,13 @@ void put_palette(png_structp png, png_infop info, const Bytes &palette) {
   png_set_PLTE(png, info, colours.data(), static_cast<int>(colours.size()));
 }
 
-png_color_16 colour_of(const Bytes &told, uint32_t type) {
+png_color_16 colour_of(const Bytes &chunk, uint32_t type) {
   const auto word = [&](size_t at) {
-    return static_cast<png_uint_16>(at + 1 < told.size() ? told[at] * 256 + told[at + 1] : 0);
+    return static_cast<png_uint_16>(at + 1 < chunk.size() ? chunk[at] * 256 + chunk[at + 1] : 0);
   };
   png_color_16 colour = {};
   if (type == 3) {
-    colour.index = told[0];
+    colour.index = chunk[0];
   } else if (type == 0 || type == 4) {
     colour.gray = word(0);
   } else {

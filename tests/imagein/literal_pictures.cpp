@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Pictures as plain vectors; every formula pixel by pixel.
 #include "tests/imagein/literal_pictures.h"
 
 #include <cstdlib>

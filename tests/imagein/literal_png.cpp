@@ -82,15 +82,15 @@ void blend_with_background(const Conversion &c, Pixel *pixel) {
 }
 
 void find_background(Conversion *c) {
-  const Bytes &told = c->picture.background;
+  const Bytes &chunk = c->picture.background;
   const size_t low = c->picture.depth == 16 ? 0 : 1;
   for (size_t channel = 0; channel < 3; ++channel) {
     if (c->picture.type == 3) {
-      const size_t at = 3 * size_t{told[0]} + channel;
+      const size_t at = 3 * size_t{chunk[0]} + channel;
       c->background[channel] = at < c->picture.palette.size() ? c->picture.palette[at] : 0;
     } else {
       const bool grey = c->picture.type == 0 || c->picture.type == 4;
-      c->background[channel] = told[(grey ? 0 : 2 * channel) + low];
+      c->background[channel] = chunk[(grey ? 0 : 2 * channel) + low];
     }
   }
 }

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// PNG chunks, rows and their filters, one byte at a time.
 #include "tests/imagein/png_files.h"
 
 #include <zlib.h>

@@ -29,7 +29,8 @@ Bytes png_chunk(const char *type, const Bytes &data);
 Bytes png_start(const PngPicture &picture);
 inline constexpr size_t png_start_size = 8 + 25;
 
-// The stream before compression: rows filtered as told, 0 to 4, or each row with the next filter.
+// The stream before compression: rows filtered by one filter, 0 to 4, or each row with the next
+// filter.
 inline constexpr int filters_in_turn = -1;
 Bytes png_raw_rows(const PngPicture &picture, int filter);
 Bytes zlib_stream(const Bytes &raw);

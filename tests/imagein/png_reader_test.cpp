@@ -145,7 +145,7 @@ TEST_F(PngReader, ComparesOnlyTheLowByteOfANamedSampleOfUpTo8Bits) {
   check_reader(Format::png, png_file(colour), expected, name_of_form(colour));
 }
 
-TEST_F(PngReader, TakesAlphaOfAPaletteAsFarAsItIsTold) {
+TEST_F(PngReader, TakesAlphaOfAPaletteAsFarAsThereIsAny) {
   for (const uint32_t depth : {2U, 4U, 8U}) {
     PngPicture picture = random_png(3, depth, 15, 6, depth);
     picture.transparency = {0, 128, 255};

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The readers on files in memory, whichever way a picture goes.
 #include "tests/imagein/reader_calls.h"
 
 #include <algorithm>

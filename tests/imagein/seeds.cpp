@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// A few pixels in every form.
 #include "tests/imagein/seeds.h"
 
 #include "tests/imagein/bmp_files.h"

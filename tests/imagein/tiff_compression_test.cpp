@@ -22,7 +22,7 @@ TiffParts coded(int32_t width, int32_t height, int32_t rows_per_strip, uint32_t 
   return parts;
 }
 
-// The greys that come out; the picture has that many rows in one strip unless told.
+// The greys of the rows that come out.
 Bytes decoded(const TiffParts &parts, int32_t width, int32_t height, int32_t status = 0) {
   EXPECT_EQ(read_picture(Format::tiff, tiff_file(parts), store_number), status);
   Bytes greys;

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// TIFF directories, arrays and blocks laid out one behind another, and encoders of LZW and
+// PackBits.
 #include "tests/imagein/tiff_files.h"
 
 #include <algorithm>

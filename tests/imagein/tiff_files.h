@@ -75,7 +75,7 @@ void cut_into_blocks(TiffPicture *picture, const std::vector<uint32_t> &values);
 // The samples of a picture in no order; floats for format 3.
 std::vector<uint32_t> random_tiff_samples(const TiffPicture &picture, uint32_t seed);
 
-// The file, blocks coded as told: 1 as they stand, 5 LZW, 32773 PackBits.
+// The file, with a compression of 1 as they stand, 5 LZW, 32773 PackBits.
 TiffParts tiff_parts(const TiffPicture &picture, uint32_t compression);
 Bytes pack_bits_coded(const Bytes &data);
 Bytes lzw_coded(const Bytes &data);

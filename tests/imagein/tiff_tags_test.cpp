@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The tags of TIFF files: what is assumed without them, what is refused, how values are told.
+// The tags of TIFF files: what is assumed without them, what is refused, how values may be stored.
 #include "tests/imagein/random_picture.h"
 #include "tests/imagein/reader_calls.h"
 #include "tests/imagein/tiff_files.h"
@@ -275,7 +275,7 @@ TEST_F(TiffTags, WithoutPixelsToReadAreRefused) {
 }
 
 TEST_F(TiffTags, OfMoreSamplesThanBitsConvertWhatThereIs) {
-  // Three samples, but bits told once: rows of 6 bytes for 6 pixels are two pixels.
+  // Three samples, but bits listed once: rows of 6 bytes for 6 pixels are two pixels.
   TiffPicture picture = grey(6, 1, 1);
   TiffParts parts = tiff_parts(picture, 1);
   parts.set(tiff_samples, {3});

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Each call goes to the raster and to its model.
 #include "tests/imagein/twin_pages.h"
 
 #include <array>

@@ -64,7 +64,7 @@ TEST_F(WrittenFiles, OfPngComeBackWithTheirPixelsAndAlpha) {
       for (const bool transparent : {false, true}) {
         const Shown shown = show(width, height, true_colour);
         const int32_t device = true_colour ? -raster_number : raster_number;
-        const int32_t told_width = transparent ? -width : width;
+        const int32_t signed_width = transparent ? -width : width;
         const int32_t order = 1;
         const int32_t colours = 256;
         int32_t status = 9;
@@ -72,7 +72,7 @@ TEST_F(WrittenFiles, OfPngComeBackWithTheirPixelsAndAlpha) {
         Bytes file;
         {
           const MemoryFiles files;
-          qqppng(name, &device, &order, &told_width, &height, shown.palette.data(), &colours,
+          qqppng(name, &device, &order, &signed_width, &height, shown.palette.data(), &colours,
                  &status);
           EXPECT_EQ(status, 0);
           file = written(files);
@@ -97,14 +97,14 @@ TEST_F(WrittenFiles, OfPngWithTransparencyShowWhatLiesBelow) {
     const uint8_t row[] = {0, 1, 2};
     qqvrow(row, 0, 0, 3);
     const int32_t device = true_colour ? -raster_number : raster_number;
-    const int32_t told_width = -3;
+    const int32_t signed_width = -3;
     const int32_t order = 1;
     const int32_t colours = 256;
     char name[] = "picture";
     Bytes file;
     {
       const MemoryFiles files;
-      qqppng(name, &device, &order, &told_width, &height, palette.data(), &colours, &status);
+      qqppng(name, &device, &order, &signed_width, &height, palette.data(), &colours, &status);
       file = written(files);
     }
     qqwfree();
@@ -184,15 +184,15 @@ TEST_F(WrittenFiles, OfBilevelTiffComeBackBlackAndWhite) {
       }
       const int32_t device = raster_number;
       const int32_t order = 1;
-      const int32_t told_width = only_white_is_1 ? -width : width;
-      const int32_t told_height = -height;
+      const int32_t signed_width = only_white_is_1 ? -width : width;
+      const int32_t signed_height = -height;
       const int32_t form = -1;
       int32_t resolution = 0;
       Bytes file;
       {
         const MemoryFiles files;
-        qqptif("picture", &device, &order, &told_width, &told_height, shown.palette.data(), &form,
-               &resolution);
+        qqptif("picture", &device, &order, &signed_width, &signed_height, shown.palette.data(),
+               &form, &resolution);
         EXPECT_EQ(resolution, 0);
         file = written(files);
       }

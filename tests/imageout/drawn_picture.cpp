@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// A plot with a grid and dust, a photograph of hills, and a window that is a plain array.
 #include "tests/imageout/drawn_picture.h"
 
 #include <algorithm>

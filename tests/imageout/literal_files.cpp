@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// One statement per field of each file.
 #include "tests/imageout/literal_files.h"
 
 #include <cstdlib>
@@ -202,9 +204,9 @@ class TiffFile {
       word(strips_ + row * form_.strip_bytes, 4);
     for (uint32_t row = 0; row < rows; ++row)
       word(form_.strip_bytes, 4);
-    const int32_t told = call_.resolution;
+    const int32_t asked = call_.resolution;
     for (int i = 0; i < 2; ++i) {
-      word(told == 0 ? 100 : static_cast<uint32_t>(std::abs(told)), 4);
+      word(asked == 0 ? 100 : static_cast<uint32_t>(std::abs(asked)), 4);
       word(1, 4);
     }
     if (form_.bilevel) {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The tree with pointers, walked from the root for each pixel.
 #include "tests/imageout/literal_quantiser.h"
 
 #include <array>

@@ -15,7 +15,7 @@ struct LiteralQuantiserReport {
 };
 
 // As quantise() of the library. Entries of the palette beyond `colours` are not touched. With
-// refuse_nodes, no node can be had.
+// refuse_nodes, there is no memory for any node.
 LiteralQuantiserReport literal_quantise(const uint8_t *rgb, size_t width, size_t height,
                                         uint8_t *indices, uint8_t *reds, uint8_t *greens,
                                         uint8_t *blues, bool refuse_nodes = false);

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Each call starts with a status that no writer gives.
 #include "tests/imageout/page_calls.h"
 
 #include <gtest/gtest.h>

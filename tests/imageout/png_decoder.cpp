@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Chunk by chunk: lengths, names and sums are all checked.
 #include "tests/imageout/png_decoder.h"
 
 #include <zlib.h>

@@ -117,19 +117,19 @@ TEST_F(TiffWriter, TellsTheResolutionPerInchOrCentimetre) {
   const DrawnPicture picture = plot_picture(3, 3, 1);
   show_on_raster(picture, false);
   const struct {
-    int32_t told;
+    int32_t asked;
     uint32_t resolution, unit;
   } cases[] = {{300, 300, 2}, {-118, 118, 3}, {0, 100, 2}, {INT32_MIN, 0x80000000U, 3}};
-  for (const auto &[told, resolution, unit] : cases) {
+  for (const auto &[asked, resolution, unit] : cases) {
     WriterCall call = call_for(picture);
-    call.resolution = told;
+    call.resolution = asked;
     const Bytes file = file_bytes(write_tiff, call);
     for (const uint32_t tag : {282U, 283U}) {
       const size_t at = value_of(file, tag);
-      EXPECT_EQ(word_at(file, at, 4), resolution) << told;
-      EXPECT_EQ(word_at(file, at + 4, 4), 1U) << told;
+      EXPECT_EQ(word_at(file, at, 4), resolution) << asked;
+      EXPECT_EQ(word_at(file, at + 4, 4), 1U) << asked;
     }
-    EXPECT_EQ(value_of(file, 296), unit) << told;
+    EXPECT_EQ(value_of(file, 296), unit) << asked;
   }
 }
 

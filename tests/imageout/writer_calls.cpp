@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Each call starts with a status that no writer gives; bytes come from files in memory.
 #include "tests/imageout/writer_calls.h"
 
 #include <gtest/gtest.h>

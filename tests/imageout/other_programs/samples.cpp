@@ -99,7 +99,7 @@ bool write_bmp(const std::string &base, const DrawnPicture &picture, const Form 
   return status == 0 && write_triples(base + ".rgb", picture);
 }
 
-// The forms of the other formats, of which the sign of the width tells black from white.
+// The forms of the other formats, where the sign of the width chooses between black and white.
 bool write_other_formats(const std::string &base, const DrawnPicture &picture) {
   bool done = write_gif(base + "gif_indexed", picture, 1);
   done = write_gif(base + "gif_quantised", picture, -1) && done;
