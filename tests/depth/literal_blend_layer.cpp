@@ -54,12 +54,6 @@ bool make_layer(LiteralDepth &record) {
   return true;
 }
 
-void flush_window(LiteralDepth &record) {
-  if (record.window == nullptr) return;
-  testing::note(*record.window, "flush()");
-  record.raster.poly_count = 0;
-}
-
 void set_window_colour(LiteralDepth &record) {
   if (record.window == nullptr) return;
   testing::note(*record.window,

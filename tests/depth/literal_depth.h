@@ -55,6 +55,7 @@ int32_t qqvini(LiteralDepth &record, int32_t page_w, int32_t page_h, int32_t *w,
 int32_t qqvfin(LiteralDepth &record);
 int32_t qqvwin(LiteralDepth &record, const int32_t *x, const int32_t *y, const int32_t *w,
                const int32_t *h, int32_t *status);
+int32_t qqwwid(LiteralDepth &record, int32_t option, int32_t *value, int32_t set);
 int32_t qqwfree(LiteralDepth &record);
 
 // --- The depth family ---
@@ -93,6 +94,8 @@ int64_t last_column(const LiteralDepth &record, int32_t device);
 void put_rgb(LiteralDepth &record, int32_t device, int64_t x, int64_t y, Rgb rgb);
 // A palette index as the device stores it.
 void put_index(LiteralDepth &record, int32_t device, int64_t x, int64_t y, uint8_t index);
+// The window draws what it has gathered.
+void flush_window(LiteralDepth &record);
 // False also where it is OpenGL that tests depths, and there is no buffer.
 bool tests_depth(const LiteralDepth &record);
 bool has_depth(const LiteralDepth &record, int64_t x, int64_t y);

@@ -87,6 +87,19 @@ int32_t qqvwin(LiteralDepth &record, const int32_t *x, const int32_t *y, const i
   return 0;
 }
 
+// While a window is current, what the raster has gathered waits, and cap, join and the clip switch
+// draw what the window has gathered.
+int32_t qqwwid(LiteralDepth &record, int32_t option, int32_t *value, int32_t set) {
+  LiteralRaster &raster = record.raster;
+  if (!record.window_active) return qqwwid(raster, option, value, set);
+  if (set != 0 && (option == 27 || option == 28 || option == 33)) flush_window(record);
+  const int32_t gathered = raster.poly_count;
+  raster.poly_count = 0;
+  qqwwid(raster, option, value, set);
+  raster.poly_count = gathered;
+  return 0;
+}
+
 int32_t qqwfree(LiteralDepth &record) {
   testing::PlainWindow *window = record.window;
   record = LiteralDepth{};

@@ -141,7 +141,7 @@ const DrawingTarget &raster_target() {
         return literal::read_file(the_model.raster, file, status);
       },
       [](i32 option, i32 *value, i32 set) {
-        return literal::qqwwid(the_model.raster, option, value, set);
+        return literal::qqwwid(the_model, option, value, set);
       },
       [] { return literal::qqwfree(the_model); }};
   return target;

@@ -90,6 +90,12 @@ void put_index(LiteralDepth &record, int32_t device, int64_t x, int64_t y, uint8
   }
 }
 
+void flush_window(LiteralDepth &record) {
+  if (record.window == nullptr) return;
+  testing::note(*record.window, "flush()");
+  record.raster.poly_count = 0;
+}
+
 bool tests_depth(const LiteralDepth &record) {
   return record.depth_on && !record.depth.empty();
 }
