@@ -106,6 +106,23 @@ void add_lines(const char *workload, std::vector<Segment> segments, bool smooth)
   }
 }
 
+// Lines as a program draws them that goes from curve to curve: moves and draws, and now and then
+// another colour.
+void add_strokes(const char *workload, std::vector<Segment> segments) {
+  constexpr size_t strokes_per_colour = 1000;
+  for (const Contender &contender : contenders()) {
+    const auto draw = contender.stroke != nullptr ? contender.stroke : contender.line;
+    if (draw == nullptr) continue;
+    add(workload, contender, [=](const Contender &c) {
+      for (size_t i = 0; i < segments.size(); ++i) {
+        const auto shade = static_cast<uint8_t>(i / strokes_per_colour);
+        if (i % strokes_per_colour == 0) c.colour(96, 48, shade);
+        draw(segments[i]);
+      }
+    });
+  }
+}
+
 void add_wide_lines(const char *workload, Join join) {
   const Polygons all = curves(20);
   for (const Contender &contender : contenders()) {
@@ -156,6 +173,7 @@ void add_erase() {
 
 const bool registered = [] {
   add_lines("lines 10-30 px", segments_on_page(100000, 10, 30), false);
+  add_strokes("1e6 moves and draws of 10-30 px", segments_on_page(1000000, 10, 30));
   add_lines("lines 300-900 px", segments_on_page(10000, 300, 900), false);
   add_lines("lines off the page, clipped", segments_off_page(10000), false);
   add_lines("antialiased lines 10-30 px", segments_on_page(20000, 10, 30), true);
@@ -166,6 +184,7 @@ const bool registered = [] {
   add_polygons("polygons 5 corners, 10-50 px", polygons(10000, 5, 10, 50));
   add_polygons("polygons 60 corners, 400-800 px", polygons(100, 60, 400, 800));
   add_rectangles("rectangles 5-50 px", 20000, 5, 50);
+  add_rectangles("1e5 rectangles 5-200 px", 100000, 5, 200);
   add_rectangles("rectangles 300-900 px", 100, 300, 900);
   add_erase();
   return true;

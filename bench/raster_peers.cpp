@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "raster_peers.h"
 
-#include <cstring>
-
 #include "quorix/quorix.h"
 
 #if defined(__GNUC__)
@@ -81,6 +79,15 @@ void quorix_line(const Segment &s) {
   qqvlin(s.x0, s.y0, s.x1, s.y1);
 }
 
+void quorix_colour(uint8_t r, uint8_t g, uint8_t b) {
+  qqvclr(0x01000000 | b << 16 | g << 8 | r);
+}
+
+void quorix_stroke(const Segment &s) {
+  qqvdrw(s.x0, s.y0, 3);
+  qqvdrw(s.x1, s.y1, 2);
+}
+
 void quorix_wide_line(const Corner *points, int count, int width, Join join) {
   set_option(26, width);
   set_option(27, 0);
@@ -111,18 +118,6 @@ void quorix_erase() {
   qqvers();
 }
 
-// ---- memset, the limit of any erasing
-
-std::vector<unsigned char> plain_page;
-
-void memset_open() {
-  plain_page.assign(static_cast<size_t>(page_width) * page_height * 4, 1);
-}
-
-void memset_erase() {
-  std::memset(plain_page.data(), 0, plain_page.size());
-}
-
 #ifdef HAVE_LIBAGG
 using AggFormat = agg::pixfmt_rgba32;
 using AggBase = agg::renderer_base<AggFormat>;
@@ -147,6 +142,10 @@ void agg_open() {
   agg_page = new AggPage;
   agg_page->primitives.line_color(agg::rgba8(96, 48, 32));
   agg_page->outline.color(agg::rgba8(96, 48, 32));
+}
+
+void agg_colour(uint8_t r, uint8_t g, uint8_t b) {
+  agg_page->primitives.line_color(agg::rgba8(r, g, b));
 }
 
 void agg_line(const Segment &s) {
@@ -206,6 +205,10 @@ void cairo_open() {
   cairo_set_line_cap(cairo_page, CAIRO_LINE_CAP_BUTT);
 }
 
+void cairo_colour(uint8_t r, uint8_t g, uint8_t b) {
+  cairo_set_source_rgb(cairo_page, r / 255.0, g / 255.0, b / 255.0);
+}
+
 void cairo_path(const Corner *points, int count) {
   cairo_move_to(cairo_page, points[0].x, points[0].y);
   for (int i = 1; i < count; ++i)
@@ -254,6 +257,10 @@ void imlib2_open() {
   imlib_context_set_blend(0);
 }
 
+void imlib2_colour(uint8_t r, uint8_t g, uint8_t b) {
+  imlib_context_set_color(r, g, b, 255);
+}
+
 void imlib2_line(const Segment &s) {
   imlib_context_set_anti_alias(0);
   imlib_image_draw_line(s.x0, s.y0, s.x1, s.y1, 0);
@@ -288,7 +295,11 @@ void gd_open() {
   gdImageSetThickness(gd_page, 1);
 }
 
-constexpr int gd_colour = 0x603020;
+int gd_colour = 0x603020;
+
+void gd_set_colour(uint8_t r, uint8_t g, uint8_t b) {
+  gd_colour = gdTrueColor(r, g, b);
+}
 
 void gd_line(const Segment &s) {
   gdImageLine(gd_page, s.x0, s.y0, s.x1, s.y1, gd_colour);
@@ -314,7 +325,11 @@ void gd_rectangle(int x, int y, int w, int h) {
 
 #ifdef HAVE_OPENCV
 cv::Mat cv_page;
-const cv::Scalar cv_colour(96, 48, 32, 255);
+cv::Scalar cv_colour(96, 48, 32, 255);
+
+void cv_set_colour(uint8_t r, uint8_t g, uint8_t b) {
+  cv_colour = cv::Scalar(r, g, b, 255);
+}
 
 void cv_open() {
   cv_page = cv::Mat(page_height, page_width, CV_8UC4, cv::Scalar(0, 0, 0, 0));
@@ -384,6 +399,10 @@ void qt_open() {
   qt_painter->setBrush(QColor(96, 48, 32));
 }
 
+void qt_colour(uint8_t r, uint8_t g, uint8_t b) {
+  qt_painter->setPen(QColor(r, g, b));
+}
+
 void qt_line(const Segment &s) {
   qt_painter->drawLine(s.x0, s.y0, s.x1, s.y1);
 }
@@ -418,40 +437,84 @@ void qt_erase() {
 
 std::vector<Contender> make_contenders() {
   std::vector<Contender> all;
-  all.push_back({"quorix", quorix_open_page, quorix_line, nullptr, quorix_wide_line, quorix_polygon,
-                 quorix_rectangle, quorix_erase});
-  all.push_back({"quorix smooth", quorix_open_smooth, nullptr, quorix_line, nullptr, nullptr,
-                 nullptr, nullptr});
-  all.push_back({"quorix unclipped", quorix_open_unclipped, quorix_line, nullptr, nullptr, nullptr,
-                 nullptr, nullptr});
-  all.push_back({"memset", memset_open, nullptr, nullptr, nullptr, nullptr, nullptr, memset_erase});
+  all.push_back({.name = "quorix",
+                 .open = quorix_open_page,
+                 .colour = quorix_colour,
+                 .line = quorix_line,
+                 .stroke = quorix_stroke,
+                 .wide_line = quorix_wide_line,
+                 .polygon = quorix_polygon,
+                 .rectangle = quorix_rectangle,
+                 .erase = quorix_erase});
+  all.push_back({.name = "quorix smooth", .open = quorix_open_smooth, .smooth_line = quorix_line});
+  all.push_back({.name = "quorix unclipped",
+                 .open = quorix_open_unclipped,
+                 .colour = quorix_colour,
+                 .line = quorix_line,
+                 .stroke = quorix_stroke});
+  all.push_back(plain_contender());
 #ifdef HAVE_LIBAGG
-  all.push_back({"agg", agg_open, agg_line, agg_smooth_line, agg_wide_line, agg_polygon,
-                 agg_rectangle, nullptr});
+  all.push_back({.name = "agg",
+                 .open = agg_open,
+                 .colour = agg_colour,
+                 .line = agg_line,
+                 .smooth_line = agg_smooth_line,
+                 .wide_line = agg_wide_line,
+                 .polygon = agg_polygon,
+                 .rectangle = agg_rectangle});
 #endif
 #ifdef HAVE_CAIRO
-  all.push_back({"cairo", cairo_open, cairo_line, cairo_smooth_line, cairo_wide_line, cairo_polygon,
-                 nullptr, nullptr});
+  all.push_back({.name = "cairo",
+                 .open = cairo_open,
+                 .colour = cairo_colour,
+                 .line = cairo_line,
+                 .smooth_line = cairo_smooth_line,
+                 .wide_line = cairo_wide_line,
+                 .polygon = cairo_polygon});
 #endif
 #ifdef HAVE_IMLIB2
-  all.push_back({"imlib2", imlib2_open, imlib2_line, imlib2_smooth_line, nullptr, imlib2_polygon,
-                 imlib2_rectangle, nullptr});
+  all.push_back({.name = "imlib2",
+                 .open = imlib2_open,
+                 .colour = imlib2_colour,
+                 .line = imlib2_line,
+                 .smooth_line = imlib2_smooth_line,
+                 .polygon = imlib2_polygon,
+                 .rectangle = imlib2_rectangle});
 #endif
 #ifdef HAVE_GDLIB
-  all.push_back(
-      {"gd", gd_open, gd_line, gd_smooth_line, nullptr, gd_polygon, gd_rectangle, nullptr});
+  all.push_back({.name = "gd",
+                 .open = gd_open,
+                 .colour = gd_set_colour,
+                 .line = gd_line,
+                 .smooth_line = gd_smooth_line,
+                 .polygon = gd_polygon,
+                 .rectangle = gd_rectangle});
 #endif
 #ifdef HAVE_OPENCV
-  all.push_back({"opencv", cv_open, cv_line, cv_smooth_line, cv_wide_line, cv_polygon, cv_rectangle,
-                 nullptr});
+  all.push_back({.name = "opencv",
+                 .open = cv_open,
+                 .colour = cv_set_colour,
+                 .line = cv_line,
+                 .smooth_line = cv_smooth_line,
+                 .wide_line = cv_wide_line,
+                 .polygon = cv_polygon,
+                 .rectangle = cv_rectangle});
 #endif
 #ifdef HAVE_PIXMAN_1
-  all.push_back(
-      {"pixman", pixman_open, nullptr, nullptr, nullptr, nullptr, pixman_rectangle, pixman_erase});
+  all.push_back({.name = "pixman",
+                 .open = pixman_open,
+                 .rectangle = pixman_rectangle,
+                 .erase = pixman_erase});
 #endif
 #ifdef HAVE_QT6
-  all.push_back(
-      {"qt6", qt_open, qt_line, nullptr, qt_wide_line, qt_polygon, qt_rectangle, qt_erase});
+  all.push_back({.name = "qt6",
+                 .open = qt_open,
+                 .colour = qt_colour,
+                 .line = qt_line,
+                 .wide_line = qt_wide_line,
+                 .polygon = qt_polygon,
+                 .rectangle = qt_rectangle,
+                 .erase = qt_erase});
 #endif
   return all;
 }

@@ -23,15 +23,20 @@ enum class Join { miter, round };
 struct Contender {
   const char *name;
   void (*open)();
-  void (*line)(const Segment &segment);
-  void (*smooth_line)(const Segment &segment);
-  void (*wide_line)(const Corner *points, int count, int width, Join join);
-  void (*polygon)(const Corner *points, int count);
-  void (*rectangle)(int x, int y, int w, int h);
-  void (*erase)();
+  void (*colour)(uint8_t r, uint8_t g, uint8_t b) = nullptr;
+  void (*line)(const Segment &segment) = nullptr;
+  void (*stroke)(const Segment &segment) = nullptr;  // a line as a move and a draw
+  void (*smooth_line)(const Segment &segment) = nullptr;
+  void (*wide_line)(const Corner *points, int count, int width, Join join) = nullptr;
+  void (*polygon)(const Corner *points, int count) = nullptr;
+  void (*rectangle)(int x, int y, int w, int h) = nullptr;
+  void (*erase)() = nullptr;
 };
 
 inline constexpr int page_width = 1920;
 inline constexpr int page_height = 1080;
 
 const std::vector<Contender> &contenders();
+
+// The same work in loops without any library, bench/raster_plain.cpp. Its name makes it a peer.
+Contender plain_contender();

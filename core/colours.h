@@ -14,9 +14,8 @@ struct Colours {
   uint8_t palette_kind;  // 0: 9 entries, 7: 16, others: 256
   uint8_t palette_r[256], palette_g[256], palette_b[256];
   uint8_t colour_index;
-  uint8_t colour_r, colour_g, colour_b;
   uint8_t window_colour_index;
-  uint8_t colour_alpha;
+  uint8_t colour_r, colour_g, colour_b, colour_alpha;  // side by side: read as one word
   uint32_t palette_version;  // what the cache of nearest colours was filled from
 };
 

@@ -61,6 +61,7 @@ bool draw_smooth(const RgbaSurface &s, const OutputContext *context, const int32
 
 // What is gathered is drawn; the pen stays where it is.
 void render_gathered(OutputContext *context) {
+  if (draw_lone_segment(context)) return;
   render_polyline(context, context->accumulator.poly_x, context->accumulator.poly_y,
                   context->accumulator.poly_count);
 }

@@ -53,13 +53,18 @@ void render_polyline(OutputContext *context, const int32_t *xs, const int32_t *y
 // Draws what is gathered; the pen stays where it is.
 void flush_raster(OutputContext *context);
 
-// ---- polyline_thin.cpp: pens of width below 4
+// ---- polyline_straight.cpp: pens of width below 4, and the base lines of symbols
 template <class Pixel>
 void draw_hline(const Surface<Pixel> &s, const OutputContext *context, int32_t x1, int32_t y,
                 int32_t x2);
 template <class Pixel>
 void draw_vline(const Surface<Pixel> &s, const OutputContext *context, int32_t x, int32_t y1,
                 int32_t y2);
+
+// ---- polyline_thin.cpp: pens of width below 4
+// Draws what is gathered if it is one sloping segment of a plain one-pixel pen, all of it inside:
+// most of what a plot draws. False, and nothing drawn, for all else.
+bool draw_lone_segment(const OutputContext *context);
 // One-pixel lines that stop at the page alone.
 template <class Pixel>
 void draw_fast(const Surface<Pixel> &s, const OutputContext *context, const int32_t *xs,

@@ -73,14 +73,17 @@ Surface<Pixel> make_surface(const OutputContext *context, Pixel ink) {
   return s;
 }
 
+// The current colour as an RGBA pixel.
+inline uint32_t rgba_ink(const Colours &colours) {
+  return pack_rgba(colours.colour_r, colours.colour_g, colours.colour_b, colours.colour_alpha);
+}
+
 // Calls `draw` with the surface of the raster, in the current colour; not at all without one.
 template <class Draw>
 void with_surface(const OutputContext *context, Draw draw) {
   if (!has_raster(context)) return;
   if (context->page.rgba_mode != 0) {
-    draw(make_surface<uint32_t>(
-        context, pack_rgba(context->colours.colour_r, context->colours.colour_g,
-                           context->colours.colour_b, context->colours.colour_alpha)));
+    draw(make_surface<uint32_t>(context, rgba_ink(context->colours)));
   } else {
     draw(make_surface<uint8_t>(context, context->colours.colour_index));
   }

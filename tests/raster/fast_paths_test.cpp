@@ -138,7 +138,7 @@ TEST(SegmentWalk, FindsTheStepsWithinARectangle) {
     r.x2 = r.x1 + between(random, -1, 60);
     r.y2 = r.y1 + between(random, -1, 60);
     const int32_t shift = between(random, -2, 2);
-    const SegmentWalk w = walk_segment(x0, y0, x1, y1);
+    const SegmentWalk w = walk_segment(x0, y0, x1, y1, WalkFrom::first_point);
     const StepRange range = steps_within(w, r, shift);
     const std::vector<Step> steps = plain_steps(x0, y0, x1, y1);
     for (size_t k = 0; k < steps.size(); ++k) {
@@ -155,7 +155,8 @@ TEST(SegmentWalk, FindsTheStepsWithinARectangle) {
 
 // From one end of the integers to the other the products just fit.
 TEST(SegmentWalk, StaysExactOverTheWholeRangeOfCoordinates) {
-  const SegmentWalk w = walk_segment(INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX - 1);
+  const SegmentWalk w =
+      walk_segment(INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX - 1, WalkFrom::first_point);
   EXPECT_TRUE(w.x_major);
   EXPECT_EQ(w.du, 4294967295U);
   EXPECT_EQ(w.dv, 4294967294U);
@@ -166,6 +167,47 @@ TEST(SegmentWalk, StaysExactOverTheWholeRangeOfCoordinates) {
   EXPECT_EQ(w.u + page.first, 1);
   EXPECT_EQ(w.v + minor_moves(w, page.first), 0);
   EXPECT_EQ(w.u + page.last, 99);
+}
+
+void expect_moves_like_division(uint32_t du, uint32_t dv, uint32_t rest) {
+  MovesByProduct moved = moves_by_product(du, dv, rest);
+  for (uint64_t k = 0; k <= du; ++k, moved.scaled += moved.step) {
+    ASSERT_EQ(static_cast<uint64_t>(moved.moves()), (k * dv + rest) / du)
+        << "step " << k << " of " << du << " by " << dv << " with " << rest;
+  }
+}
+
+TEST(SegmentWalk, MovesByProductsAsByDivision) {
+  Random random(7);
+  for (uint32_t du = 1; du <= longest_by_product; ++du) {
+    const bool every_slope = du < 100 || du == longest_by_product;
+    for (const uint32_t rest : {0U, (du - 1) / 2, du / 2 % du, du - 1}) {
+      for (uint32_t dv = every_slope ? 1 : du - 1; dv <= du; ++dv)
+        expect_moves_like_division(du, dv, rest);
+      expect_moves_like_division(du, 1 + static_cast<uint32_t>(random() % du), rest);
+    }
+  }
+}
+
+// The end that a walk starts at decides where a step falls half way between two pixels.
+TEST(SegmentWalk, IsTheSameFromBothEndsWhereItStartsAtTheSmallerOne) {
+  Random random(8);
+  for (int32_t round = 0; round < 5000; ++round) {
+    const int32_t x0 = between(random, -40, 40);
+    const int32_t y0 = between(random, -40, 40);
+    const int32_t x1 = between(random, -40, 40);
+    const int32_t y1 = between(random, -40, 40);
+    if (x0 == x1 || y0 == y1) continue;
+    const SegmentWalk w = walk_segment(x0, y0, x1, y1, WalkFrom::smaller_major);
+    const bool turned = w.x_major ? x0 > x1 : y0 > y1;
+    const std::vector<Step> steps =
+        turned ? plain_steps(x1, y1, x0, y0) : plain_steps(x0, y0, x1, y1);
+    for (size_t k = 0; k < steps.size(); ++k) {
+      const Step &step = turned ? steps[steps.size() - 1 - k] : steps[k];
+      const int64_t minor = w.v + w.v_step * minor_moves(w, static_cast<int64_t>(k));
+      ASSERT_EQ(minor, w.x_major ? step.y : step.x) << "round " << round << ", step " << k;
+    }
+  }
 }
 
 TEST(RepeatedSum, IsTheSumOfItsStepsToTheLastBit) {
