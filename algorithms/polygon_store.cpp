@@ -12,7 +12,7 @@
 
 #include "algorithms/algorithms.h"
 #include "algorithms/arena.h"
-#include "algorithms/grow.h"
+#include "base/grow.h"
 #include "base/memory.h"
 #include "quorix/algorithms.h"
 
@@ -21,7 +21,6 @@ namespace quorix {
 namespace {
 
 constexpr int32_t default_capacity = 10000;
-constexpr int32_t growth_step = 10000;
 constexpr int32_t default_vertices = 4;
 constexpr int32_t vertices_per_call = 1;  // the value that lets each call tell its own number
 constexpr int32_t most_vertices_read = 12;
@@ -49,43 +48,41 @@ struct PolygonStore {
 
 PolygonStore *polygon_store = nullptr;  // owned
 
-// All three or none.
 bool enlarge(PolygonStore *store, int32_t capacity) {
-  PolygonStore grown = {};
-  std::swap(grown.polygons, store->polygons);
-  std::swap(grown.order, store->order);
-  std::swap(grown.keys, store->keys);
-  if (!grow_array(&grown.polygons, static_cast<size_t>(store->count),
-                  static_cast<size_t>(capacity)) ||
-      !grow_array(&grown.order, static_cast<size_t>(store->count), static_cast<size_t>(capacity)) ||
-      !grow_array(&grown.keys, static_cast<size_t>(store->count), static_cast<size_t>(capacity)))
+  if (!grow_array(&store->polygons, store->count, capacity) ||
+      !grow_array(&store->order, store->count, capacity, NewValues::zero) ||
+      !grow_array(&store->keys, store->count, capacity))
     return false;
-  std::swap(grown.polygons, store->polygons);
-  std::swap(grown.order, store->order);
-  std::swap(grown.keys, store->keys);
   store->capacity = capacity;
   return true;
 }
 
 void drop_content(PolygonStore *store) {
   arena_release(&store->arena);
+  store->polygons.reset();
+  store->order.reset();
+  store->keys.reset();
   store->count = store->capacity = 0;
 }
 
+void release_store(PolygonStore *store) {
+  if (store == nullptr) return;
+  arena_release(&store->arena);
+  store->~PolygonStore();
+  release_bytes(store);
+}
+
 void close_store() {
-  if (polygon_store == nullptr) return;
-  arena_release(&polygon_store->arena);
-  polygon_store->~PolygonStore();
-  release_bytes(polygon_store);
+  release_store(polygon_store);
   polygon_store = nullptr;
 }
 
 int32_t open_store(int32_t capacity, int32_t vertex_mode) {
-  void *const block = allocate_zeroed_bytes(sizeof(PolygonStore));
+  void *const block = allocate_bytes(sizeof(PolygonStore));
   if (block == nullptr) return 1;
   auto *const store = new (block) PolygonStore{};
   if (!enlarge(store, capacity > 0 ? capacity : default_capacity)) {
-    release_bytes(store);
+    release_store(store);
     return 1;
   }
   store->vertex_mode = vertex_mode == 0 ? default_vertices : vertex_mode;
@@ -118,8 +115,8 @@ int32_t put_polygon(PolygonStore *store, const double *x, const double *y, int32
                     int32_t attribute1, int32_t attribute2) {
   if (store == nullptr || nv < 0) return 1;
   if (store->count == store->capacity) {
-    const int32_t capacity = grown_capacity(store->capacity, growth_step);
-    if (capacity == 0 || !enlarge(store, capacity)) {
+    const bool is_full = store->count == INT32_MAX;
+    if (is_full || !enlarge(store, grown_room(store->capacity, default_capacity))) {
       drop_content(store);
       return 1;
     }

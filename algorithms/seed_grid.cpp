@@ -13,7 +13,7 @@
 #include <cstring>
 #include <new>
 
-#include "algorithms/grow.h"
+#include "base/grow.h"
 #include "base/memory.h"
 #include "base/numbers.h"
 #include "quorix/algorithms.h"
@@ -153,12 +153,11 @@ inline bool is_far_outside(const SeedGrid &g, const Cell &cell) {
 
 bool make_room_for_point(SeedGrid *grid) {
   if (grid->point_count < grid->point_capacity) return true;
-  const int32_t capacity = grown_capacity(grid->point_capacity, point_room);
-  if (capacity == 0 ||
-      !grow_array(&grid->positions, position_values(*grid, grid->point_count),
+  if (grid->point_count == INT32_MAX) return false;
+  const int32_t capacity = grown_room(grid->point_capacity, grid->point_count + 1);
+  if (!grow_array(&grid->positions, position_values(*grid, grid->point_count),
                   position_values(*grid, capacity)) ||
-      !grow_array(&grid->earlier, static_cast<size_t>(grid->point_count),
-                  static_cast<size_t>(capacity)))
+      !grow_array(&grid->earlier, grid->point_count, capacity))
     return false;
   grid->point_capacity = capacity;
   return true;
@@ -261,10 +260,9 @@ double *copy_points(const SeedGrid &g, const Coordinates &c, int64_t n) {
 
 bool make_room_for_line(SeedGrid *grid) {
   if (grid->line_count < grid->line_capacity) return true;
-  const int32_t capacity = grown_capacity(grid->line_capacity, first_lines);
-  if (capacity == 0 || !grow_array(&grid->lines, static_cast<size_t>(grid->line_count),
-                                   static_cast<size_t>(capacity)))
-    return false;
+  if (grid->line_count == INT32_MAX) return false;
+  const int32_t capacity = grown_room(grid->line_capacity, grid->line_count + 1);
+  if (!grow_array(&grid->lines, grid->line_count, capacity)) return false;
   grid->line_capacity = capacity;
   return true;
 }

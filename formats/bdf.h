@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/memory.h"
+
 namespace quorix {
 
 // Counted from the upper left corner of the glyph.
@@ -25,9 +27,9 @@ struct BdfGlyph {
 inline constexpr int32_t bdf_indexed_codes = 384;
 
 struct BdfFont {
-  BdfGlyph *glyphs;  // owned, glyph_count entries, in the order of the file
+  OwnedArray<BdfGlyph> glyphs;  // in the order of the file
   int32_t glyph_count;
-  BdfPixel *pixels;  // owned, of all glyphs
+  OwnedArray<BdfPixel> pixels;  // of all glyphs
   size_t pixel_count, pixel_room;
   int32_t glyph_of_code[bdf_indexed_codes];  // -1 none
 };

@@ -9,8 +9,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 #include "base/byte_source.h"
+#include "base/grow.h"
 #include "base/memory.h"
 #include "base/text.h"
 
@@ -79,7 +81,8 @@ void read_integers(const char *text, int32_t *values, int32_t count) {
 
 BdfGlyph *current_glyph(BdfReader *reader) {
   const BdfFont *font = reader->font;
-  return reader->glyph_number < font->glyph_count ? font->glyphs + reader->glyph_number : nullptr;
+  return reader->glyph_number < font->glyph_count ? font->glyphs.get() + reader->glyph_number
+                                                  : nullptr;
 }
 
 // The second of two counts in a file is passed over: glyphs may have been read by the first.
@@ -91,22 +94,19 @@ BdfStatus make_glyphs(BdfReader *reader, const char *text) {
   if (count < 0) return bdf_no_memory;
   const uint64_t most = bytes_left(reader->source) / least_glyph_size + 1;
   count = static_cast<int32_t>(std::min(static_cast<uint64_t>(count), most));
-  font->glyphs = allocate_zeroed_array<BdfGlyph>(static_cast<size_t>(count)).release();
+  font->glyphs = allocate_zeroed_array<BdfGlyph>(static_cast<size_t>(count));
   if (font->glyphs == nullptr) return bdf_no_memory;
   font->glyph_count = count;
-  for (int32_t i = 0; i < count; ++i)
-    font->glyphs[i].encoding = no_encoding;
+  for (BdfGlyph *glyph = font->glyphs.get(); glyph != font->glyphs.get() + count; ++glyph)
+    glyph->encoding = no_encoding;
   return bdf_done;
 }
 
 bool make_room_for_pixels(BdfFont *font, size_t count) {
   if (font->pixel_room - font->pixel_count >= count) return true;
-  const size_t room = std::max(2 * font->pixel_room, std::max(first_pixel_room, count));
-  OwnedArray<BdfPixel> pixels = allocate_array<BdfPixel>(room);
-  if (pixels == nullptr) return false;
-  std::copy_n(font->pixels, font->pixel_count, pixels.get());
-  release_bytes(font->pixels);
-  font->pixels = pixels.release();
+  const size_t needed = std::max(first_pixel_room, font->pixel_count + count);
+  const size_t room = grown_room(font->pixel_room, needed);
+  if (!grow_array(&font->pixels, font->pixel_count, room)) return false;
   font->pixel_room = room;
   return true;
 }
@@ -220,7 +220,7 @@ BdfStatus read_lines(BdfReader *reader) {
 void index_glyphs(BdfFont *font) {
   std::fill_n(font->glyph_of_code, bdf_indexed_codes, -1);
   for (int32_t i = font->glyph_count; i-- > 0;) {
-    const int32_t encoding = font->glyphs[i].encoding;
+    const int32_t encoding = font->glyphs.get()[i].encoding;
     if (encoding >= 0 && encoding < bdf_indexed_codes) font->glyph_of_code[encoding] = i;
   }
 }
@@ -231,8 +231,9 @@ BdfStatus read_bdf_font(const char *path, BdfFont **font) {
   *font = nullptr;
   BdfReader reader = {};
   if (!open_source(&reader.source, path)) return bdf_no_file;
-  reader.font = static_cast<BdfFont *>(allocate_zeroed_bytes(sizeof(BdfFont)));
-  if (reader.font == nullptr) return bdf_no_memory;
+  void *const block = allocate_bytes(sizeof(BdfFont));
+  if (block == nullptr) return bdf_no_memory;
+  reader.font = new (block) BdfFont{};
   const BdfStatus status = read_lines(&reader);
   if (status != bdf_done) {
     release_bdf_font(reader.font);
@@ -245,18 +246,18 @@ BdfStatus read_bdf_font(const char *path, BdfFont **font) {
 
 void release_bdf_font(BdfFont *font) {
   if (font == nullptr) return;
-  release_bytes(font->glyphs);
-  release_bytes(font->pixels);
+  font->~BdfFont();
   release_bytes(font);
 }
 
 const BdfGlyph *find_bdf_glyph(const BdfFont &font, int32_t encoding) {
   if (encoding >= 0 && encoding < bdf_indexed_codes) {
     const int32_t number = font.glyph_of_code[encoding];
-    return number < 0 ? nullptr : font.glyphs + number;
+    return number < 0 ? nullptr : font.glyphs.get() + number;
   }
   for (int32_t i = 0; i < font.glyph_count; ++i) {
-    if (font.glyphs[i].encoding == encoding) return font.glyphs + i;
+    const BdfGlyph *const glyph = font.glyphs.get() + i;
+    if (glyph->encoding == encoding) return glyph;
   }
   return nullptr;
 }

@@ -75,7 +75,7 @@ void draw_pixels(const Text &text, const Bounds &bounds, Place place, Put put) {
   const BdfGlyph &glyph = *text.glyph;
   const int64_t left = glyph.box[2];
   const int64_t top = int64_t{glyph.box[1]} + glyph.box[3] - 1;
-  const BdfPixel *const pixels = text.font->pixels + glyph.first_pixel;
+  const BdfPixel *const pixels = text.font->pixels.get() + glyph.first_pixel;
   for (size_t i = 0; i < glyph.pixel_count; ++i) {
     const Offset offset = place(left + pixels[i].column, top - pixels[i].row);
     const int64_t x = int64_t{text.x} + offset.x;
@@ -174,7 +174,7 @@ void draw_on_device(OutputContext *context, int32_t number, const Text &text) {
 const BdfGlyph *glyph_to_draw(const BdfFont &font, int32_t code) {
   const BdfGlyph *const glyph = find_bdf_glyph(font, map_char_code(code, false, charset_unicode));
   if (glyph != nullptr) return glyph;
-  return fallback_glyph < font.glyph_count ? font.glyphs + fallback_glyph : nullptr;
+  return fallback_glyph < font.glyph_count ? font.glyphs.get() + fallback_glyph : nullptr;
 }
 
 }  // namespace

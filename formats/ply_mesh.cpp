@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
-// The collected mesh. All its arrays grow by half and more, so its growth costs linear time.
+// The collected mesh. All its arrays double, so its growth costs linear time.
 #include "formats/ply_mesh.h"
 
 #include <algorithm>
 #include <cstring>
 #include <new>
+
+#include "base/grow.h"
 
 namespace quorix {
 
@@ -15,20 +17,6 @@ constexpr size_t first_vertices = 10000;
 constexpr size_t first_face_length = 40000;
 constexpr size_t first_slots = 32768;
 constexpr int32_t no_vertex = -1;
-
-// A larger copy of an array with `used` values; false without memory, and nothing changes.
-template <class T>
-bool grow_array(OwnedArray<T> *array, size_t used, size_t room) {
-  OwnedArray<T> larger = allocate_array<T>(room);
-  if (larger == nullptr) return false;
-  if (used > 0) std::memcpy(larger.get(), array->get(), used * sizeof(T));
-  *array = std::move(larger);
-  return true;
-}
-
-size_t grown_room(size_t room, size_t needed) {
-  return std::max(room + room / 2, needed);
-}
 
 OwnedArray<int32_t> allocate_slots(size_t count) {
   OwnedArray<int32_t> slots = allocate_array<int32_t>(count);

@@ -39,8 +39,8 @@ std::string font_path() {
 int32_t width_of(const quorix::BdfFont &font, int32_t code) {
   const int32_t encoding = quorix::map_char_code(code, false, 2);
   for (int32_t i = 0; i < font.glyph_count; ++i) {
-    if (font.glyphs[i].encoding == encoding)
-      return quorix::to_int32(10.0 * font.glyphs[i].dwidth[0]);
+    if (font.glyphs.get()[i].encoding == encoding)
+      return quorix::to_int32(10.0 * font.glyphs.get()[i].dwidth[0]);
   }
   return 0;
 }

@@ -37,7 +37,7 @@ bool write_image(PdfDocument *document, const PictureSource &source) {
 
 // Kept: a turned picture is turned here and by the page's own rotation.
 void place_image(PdfDocument *document, const PageFit &fit) {
-  PdfLine line;
+  TextLine line;
   add(&line, "q\n1 0 0 1");
   add_coordinate(&line, fit.landscape ? fit.page_width : 0.0);
   add_coordinate(&line, 0.0);

@@ -9,7 +9,7 @@
 #include "base/file_failures.h"
 #include "base/files.h"
 #include "base/numbers.h"
-#include "base/text.h"
+#include "base/text_line.h"
 #include "imageout/imageout.h"
 #include "quorix/imageout.h"
 
@@ -17,8 +17,8 @@ namespace quorix {
 
 namespace {
 
-constexpr size_t bytes_per_line = 40;  // 80 digits
-constexpr size_t line_limit = 255;     // four numbers of 40 characters and what stands around them
+constexpr size_t bytes_per_line = 40;                             // 80 digits
+constexpr int32_t decimals = 3;                                   // of lengths in points
 constexpr double default_margin_x = 150, default_margin_y = 200;  // internal units
 
 struct Margins {
@@ -31,29 +31,12 @@ Margins margins_of(int32_t margin_set, int32_t margin_x, int32_t margin_y) {
           (set ? page_units(margin_y) : default_margin_y) * points_per_unit};
 }
 
-// A line of the program. Numbers stand after a blank unless they begin it.
-struct ProgramLine {
-  char text[line_limit + 1] = "";
-};
-
-void add(ProgramLine *line, const char *piece) {
-  append_bytes(line->text, piece, line_limit);
-}
-
-void add_real(ProgramLine *line, double value) {
-  append_real(line->text, value, 3, line_limit);
-}
-
-void add_int(ProgramLine *line, int32_t value) {
-  append_int(line->text, value, line_limit);
-}
-
-void write_line(std::FILE *file, const ProgramLine &line) {
-  write_file(file, line.text, std::char_traits<char>::length(line.text));
+void write_line(std::FILE *file, const TextLine &line) {
+  write_file(file, line.text, line.length);
 }
 
 void write_comments(std::FILE *file, const PageFit &fit, const Margins &margins) {
-  ProgramLine line;
+  TextLine line;
   add(&line, "%!PS-Adobe-2.0\n%%BoundingBox: ");  // a blank here, and one before the number
   add_int(&line, to_int32(margins.x));
   add_int(&line, to_int32(margins.y));
@@ -65,34 +48,34 @@ void write_comments(std::FILE *file, const PageFit &fit, const Margins &margins)
 }
 
 void write_coordinates(std::FILE *file, const PageFit &fit, const Margins &margins) {
-  ProgramLine origin;
-  add_real(&origin, margins.x);
-  add_real(&origin, margins.y);
+  TextLine origin;
+  add_real(&origin, margins.x, decimals);
+  add_real(&origin, margins.y, decimals);
   add(&origin, " translate \n/DeviceRGB setcolorspace\n");
   write_line(file, origin);
-  ProgramLine corner;
+  TextLine corner;
   add(&corner, "gsave");
-  add_real(&corner, fit.landscape ? fit.page_width : 0.0);
-  add_real(&corner, 0.0);
+  add_real(&corner, fit.landscape ? fit.page_width : 0.0, decimals);
+  add_real(&corner, 0.0, decimals);
   add(&corner, " translate \n");
   if (fit.landscape) add(&corner, "90 rotate\n");
   write_line(file, corner);
-  ProgramLine scale;
-  add_real(&scale, fit.drawn_width);
-  add_real(&scale, fit.drawn_height);
+  TextLine scale;
+  add_real(&scale, fit.drawn_width, decimals);
+  add_real(&scale, fit.drawn_height, decimals);
   add(&scale, " scale \n");
   write_line(file, scale);
 }
 
 void write_image_dictionary(std::FILE *file, int32_t width, int32_t height) {
-  ProgramLine line;
+  TextLine line;
   add(&line, "<<\n/ImageType 1\n/Width");
   add_int(&line, width);
   add(&line, "\n/Height");
   add_int(&line, height);
   add(&line, "\n/BitsPerComponent 8\n/Decode [0 1 0 1 0 1]\n");
   write_line(file, line);
-  ProgramLine matrix;
+  TextLine matrix;
   add(&matrix, "/ImageMatrix [");
   add_int(&matrix, width);
   add(&matrix, " 0 0");
@@ -137,7 +120,7 @@ WriterStatus write_program(const char *name, const PictureSource &source, const 
                          header_size(source.area.height));
   const WriterStatus status = write_pixels(file.get(), source);
   if (status != writer_done) return status;
-  ProgramLine tail;
+  TextLine tail;
   add(&tail, "\n> grestore showpage\n");
   write_line(file.get(), tail);
   return writer_done;

@@ -21,7 +21,7 @@ constexpr uint8_t national_codes[] = {
 constexpr uint32_t national_count = sizeof(national_codes);
 
 // A size below 0 is in tenths.
-void add_font_size(PdfLine *line, int32_t size) {
+void add_font_size(TextLine *line, int32_t size) {
   if (size < 0) {
     add_real(line, static_cast<double>(magnitude(size)) / 10, 1);
   } else {
@@ -31,22 +31,20 @@ void add_font_size(PdfLine *line, int32_t size) {
 
 void open_text(PdfDocument *document, bool scaled, const double *matrix) {
   PageState *const page = &document->page;
-  PdfLine line;
+  TextLine line;
   add(&line, "BT\n/F");
-  add_int_to_name(&line, page->font + 1);
+  add_int_at_once(&line, page->font + 1);
   add_font_size(&line, page->font_size);
   add(&line, " Tf\n");
   if (scaled) {
-    // A number of its own, which begins a line.
-    line.length +=
-        format_int(to_int32(matrix[6] * 100), line.text + line.length, pdf_number_size, 0, 0);
+    add_int_at_once(&line, to_int32(matrix[6] * 100));
     add(&line, " Tz\n");
   }
   write_line(document, line);
   page->text_open = true;
 }
 
-void add_matrix(PdfLine *line, const double *matrix, int32_t rotation) {
+void add_matrix(TextLine *line, const double *matrix, int32_t rotation) {
   if (rotation == 0) {
     add(line, "1 0 0 1");
   } else if (rotation == 90) {
@@ -61,7 +59,7 @@ void add_matrix(PdfLine *line, const double *matrix, int32_t rotation) {
 }
 
 // A backslash and the code in octal, without leading zeros.
-void add_octal(PdfLine *line, uint32_t code) {
+void add_octal(TextLine *line, uint32_t code) {
   add_char(line, '\\');
   if (code >= 64) add_char(line, static_cast<char>('0' + code / 64));
   if (code >= 8) add_char(line, static_cast<char>('0' + code / 8 % 8));
@@ -69,7 +67,7 @@ void add_octal(PdfLine *line, uint32_t code) {
 }
 
 // Kept: codes below 32 go out as bytes, 0 included.
-void add_character(PdfLine *line, uint32_t code) {
+void add_character(TextLine *line, uint32_t code) {
   add_char(line, '(');
   if (code >= first_national) {
     const uint32_t index = code - first_national;
@@ -85,7 +83,7 @@ void add_character(PdfLine *line, uint32_t code) {
 void write_character(PdfDocument *document, int32_t code, const double *matrix, int32_t rotation) {
   PageState *const page = &document->page;
   if (!page->text_open) open_text(document, code < 0, matrix);
-  PdfLine line;
+  TextLine line;
   add_matrix(&line, matrix, rotation);
   add_character(&line, static_cast<uint32_t>(magnitude(code)));
   write_line(document, line);

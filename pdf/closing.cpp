@@ -19,12 +19,12 @@ void write_page_tree(PdfDocument *document) {
   int32_t count = 0;
   for (int32_t number = 1; number < document->objects.next; ++number) {
     if (object_entry(document->objects, number).kind != object_page) continue;
-    PdfLine line;
+    TextLine line;
     add_reference(&line, number);
     write_line(document, line);
     ++count;
   }
-  PdfLine line;
+  TextLine line;
   add(&line, "] /Count");
   add_int(&line, count);
   add(&line, "\n>>\nendobj\n");
@@ -33,7 +33,7 @@ void write_page_tree(PdfDocument *document) {
 
 void write_catalogue(PdfDocument *document, int32_t outlines) {
   begin_reserved_object(document, catalogue_object);
-  PdfLine line;
+  TextLine line;
   add(&line, "<< /Type /Catalog /Pages 2 0 R\n");
   if (outlines != 0) {
     add(&line, "   /Outlines");
@@ -44,26 +44,22 @@ void write_catalogue(PdfDocument *document, int32_t outlines) {
   write_line(document, line);
 }
 
-void add_digits(PdfLine *line, int32_t value, int32_t digits) {
-  line->length += format_int(value, line->text + line->length, pdf_number_size, digits, 1);
-}
-
 // All zeros where the system does not know the time.
-void add_local_time(PdfLine *line) {
+void add_local_time(TextLine *line) {
   const std::time_t now = std::time(nullptr);
   const std::tm *const local = std::localtime(&now);
   const std::tm time = local != nullptr ? *local : std::tm{};
-  add_digits(line, local != nullptr ? time.tm_year + 1900 : 0, 4);
-  add_digits(line, local != nullptr ? time.tm_mon + 1 : 0, 2);
-  add_digits(line, time.tm_mday, 2);
-  add_digits(line, time.tm_hour, 2);
-  add_digits(line, time.tm_min, 2);
-  add_digits(line, time.tm_sec, 2);
+  add_int_at_once(line, local != nullptr ? time.tm_year + 1900 : 0, 4);
+  add_int_at_once(line, local != nullptr ? time.tm_mon + 1 : 0, 2);
+  add_int_at_once(line, time.tm_mday, 2);
+  add_int_at_once(line, time.tm_hour, 2);
+  add_int_at_once(line, time.tm_min, 2);
+  add_int_at_once(line, time.tm_sec, 2);
 }
 
 int32_t write_info(PdfDocument *document) {
   const int32_t number = new_object(document, object_other);
-  PdfLine line;
+  TextLine line;
   add(&line, "<< /CreationDate (D:");
   add_local_time(&line);
   add(&line, ")\n/Producer (QUORIX 10.5)\n>>\nendobj\n");
@@ -73,7 +69,7 @@ int32_t write_info(PdfDocument *document) {
 
 // An entry of 20 bytes. The offset may need more than 32 bits.
 void write_offset(PdfDocument *document, int64_t offset) {
-  PdfLine line;
+  TextLine line;
   line.length = offset_digits;
   for (int32_t i = offset_digits; i > 0; --i, offset /= 10)
     line.text[i - 1] = static_cast<char>('0' + offset % 10);
@@ -83,7 +79,7 @@ void write_offset(PdfDocument *document, int64_t offset) {
 
 int64_t write_cross_references(PdfDocument *document) {
   const int64_t start = document->output.written;
-  PdfLine line;
+  TextLine line;
   add(&line, "xref\n0");
   add_int(&line, document->objects.next);
   add(&line, "\n0000000000 65535 f \n");
@@ -94,7 +90,7 @@ int64_t write_cross_references(PdfDocument *document) {
 }
 
 void write_trailer(PdfDocument *document, int32_t info, int64_t cross_references) {
-  PdfLine line;
+  TextLine line;
   add(&line, "trailer\n<< /Size");
   add_int(&line, document->objects.next);
   add(&line, " /Root 1 0 R /Info");

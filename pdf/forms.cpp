@@ -24,7 +24,7 @@ struct Form {
 constexpr int32_t turned = 1;  // of `rotate`; other values but 0 only shift and scale as if it were
 
 void write_box(PdfDocument *document, const Form &form) {
-  PdfLine line;
+  TextLine line;
   add(&line, "   /BBox [");
   add_int(&line, round_to_int32(form.box_x));
   add_int(&line, round_to_int32(form.box_y));
@@ -40,7 +40,7 @@ void write_data(PdfDocument *document, const Form &form) {
   if (form.compress) compressed = compress_bytes(form.data, form.length, &count);
   const bool packed = compressed != nullptr;
   if (!packed) count = form.length;
-  PdfLine line;
+  TextLine line;
   add(&line, "   /Length");
   add_size(&line, static_cast<int64_t>(count));
   if (packed) {
@@ -77,7 +77,7 @@ float scale_of(const Form &form) {
 // Kept: the corner of the box is taken off before the content is scaled, so only a corner at the
 // origin, or a scale of 1, comes exactly to the place.
 void draw_form(PdfDocument *document, const Form &form) {
-  PdfLine line;
+  TextLine line;
   add(&line, "1 0 0 1");
   add_coordinate(&line, form.place_x - form.box_x);
   add_coordinate(&line, form.place_y - form.box_y + (form.rotate != 0 ? form.target_height : 0.0));
@@ -94,7 +94,7 @@ void draw_form(PdfDocument *document, const Form &form) {
   add(&line, " 0 0");
   add_coordinate(&line, scale);
   add(&line, " 0 0 cm\n/Form");
-  add_int_to_name(&line, document->forms);
+  add_int_at_once(&line, document->forms);
   add(&line, " Do\nQ\n");
   write_line(document, line);
 }

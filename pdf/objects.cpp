@@ -5,8 +5,7 @@
 // The table is enlarged while there are still entries in reserve, so that a request for memory may
 // fail and be met later without a loss. If memory stays short for long, objects beyond the table
 // are written but not known of: they stand in the file with an offset of 0.
-#include <cstring>
-
+#include "base/grow.h"
 #include "pdf/pdf.h"
 #include "pdf/pdf_line.h"
 
@@ -19,14 +18,9 @@ constexpr int32_t start_capacity = 200;
 constexpr int32_t reserve = 100;  // entries left when the table is to be enlarged
 
 void enlarge(ObjectTable *objects) {
-  if (objects->capacity > INT32_MAX / 2) return;
-  const int32_t capacity = objects->capacity * 2;
-  OwnedArray<ObjectEntry> grown = allocate_zeroed_array<ObjectEntry>(static_cast<size_t>(capacity));
-  if (grown == nullptr) return;
-  std::memcpy(grown.get(), objects->entries.get(),
-              static_cast<size_t>(objects->capacity) * sizeof(ObjectEntry));
-  objects->entries = std::move(grown);
-  objects->capacity = capacity;
+  const int32_t capacity = grown_room(objects->capacity, start_capacity);
+  if (grow_array(&objects->entries, objects->capacity, capacity, NewValues::zero))
+    objects->capacity = capacity;
 }
 
 void store(ObjectTable *objects, int32_t number, ObjectEntry entry) {
@@ -35,7 +29,7 @@ void store(ObjectTable *objects, int32_t number, ObjectEntry entry) {
 }
 
 void write_number(PdfDocument *document, int32_t number) {
-  PdfLine line;
+  TextLine line;
   add_int(&line, number);
   add(&line, " 0 obj\n");
   write_line(document, line);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/grow.h"
 #include "pdf/pdf.h"
 #include "pdf/pdf_line.h"
 #include "quorix/pdf.h"
@@ -27,14 +28,8 @@ enum BookmarkStatus : int32_t {
 constexpr int32_t start_capacity = 50;
 
 bool enlarge(Outlines *outlines) {
-  if (outlines->capacity > INT32_MAX / 2) return false;
-  const int32_t capacity = std::max(start_capacity, outlines->capacity * 2);
-  OwnedArray<OutlineEntry> grown = allocate_array<OutlineEntry>(static_cast<size_t>(capacity));
-  if (grown == nullptr) return false;
-  if (outlines->count != 0)
-    std::memcpy(grown.get(), outlines->entries.get(),
-                static_cast<size_t>(outlines->count) * sizeof(OutlineEntry));
-  outlines->entries = std::move(grown);
+  const int32_t capacity = grown_room(outlines->capacity, start_capacity);
+  if (!grow_array(&outlines->entries, outlines->count, capacity)) return false;
   outlines->capacity = capacity;
   return true;
 }
@@ -85,7 +80,7 @@ struct OutlineWriter {
 // A line "   /Key number 0 R".
 template <size_t size>
 void write_link(const OutlineWriter &writer, const char (&key)[size], int32_t number) {
-  PdfLine line;
+  TextLine line;
   add(&line, key);
   add_reference(&line, number);
   write_line(writer.document, line);
@@ -115,7 +110,7 @@ void write_links_forward(const OutlineWriter &writer, int32_t index, int32_t lev
   if (children == 0) return;
   write_link(writer, "   /First", object + 1);
   write_link(writer, "   /Last", object + children);
-  PdfLine line;
+  TextLine line;
   add(&line, "   /Count");
   add_int(&line, children);
   add(&line, "\n");
@@ -126,7 +121,7 @@ void write_destination(OutlineWriter *writer, int32_t page) {
   PdfDocument *const document = writer->document;
   const int32_t object = find_page(document->objects, &writer->walk, page);
   if (object == 0) return;
-  PdfLine line;
+  TextLine line;
   add(&line, "   /Dest [");
   add_int(&line, object);
   add(&line, " 0 R /XYZ 0");
@@ -156,7 +151,7 @@ void write_root(const OutlineWriter &writer) {
   pdf_write_text(document, "<< /Type /Outlines\n");
   write_link(writer, "   /First", writer.root + 1);
   write_link(writer, "   /Last", writer.root + count);
-  PdfLine line;
+  TextLine line;
   add(&line, "   /Count");
   add_int(&line, count);
   add(&line, "\n>>\nendobj\n");

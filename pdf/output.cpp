@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/grow.h"
 #include "pdf/pdf.h"
 
 namespace quorix {
@@ -53,10 +54,8 @@ bool open_document_file(PdfOutput *output, const char *name) {
 }
 
 bool resize_memory(PdfOutput *output, size_t capacity) {
-  OwnedArray<uint8_t> grown = allocate_array<uint8_t>(capacity);
-  if (grown == nullptr) return false;
-  std::memcpy(grown.get(), output->memory.get(), static_cast<size_t>(output->memory_written));
-  output->memory = std::move(grown);
+  const auto used = static_cast<size_t>(output->memory_written);
+  if (!grow_array(&output->memory, used, capacity)) return false;
   output->memory_capacity = capacity;
   return true;
 }
@@ -65,8 +64,8 @@ bool resize_memory(PdfOutput *output, size_t capacity) {
 bool grow_memory(PdfOutput *output, size_t needed) {
   if (needed > most_memory) return false;
   const size_t least = std::min(needed + memory_step, most_memory);
-  const size_t doubled = std::min(std::max(output->memory_capacity * 2, least), most_memory);
-  return resize_memory(output, doubled) || (doubled != least && resize_memory(output, least));
+  const size_t grown = std::min(grown_room(output->memory_capacity, least), most_memory);
+  return resize_memory(output, grown) || (grown != least && resize_memory(output, least));
 }
 
 bool fits_in_memory(PdfOutput *output, size_t count) {

@@ -58,13 +58,13 @@ void line_to(PdfDocument *document, double x, double y) {
     shift = half_dot;
   }
   if (!page->after_line) {
-    PdfLine line;
+    TextLine line;
     add_coordinate(&line, page->current[0] - shift);
     add_coordinate(&line, page->current[1]);
     add(&line, " m\n");
     write_line(document, line);
   }
-  PdfLine line;
+  TextLine line;
   add_coordinate(&line, x + shift);
   add_coordinate(&line, y);
   add(&line, " l\n");
@@ -84,7 +84,7 @@ void move_to(PageState *page, double x, double y) {
 
 template <size_t size>
 void write_real_operator(PdfDocument *document, double value, const char (&operator_line)[size]) {
-  PdfLine line;
+  TextLine line;
   add_real(&line, value, 3);
   add(&line, operator_line);
   write_line(document, line);
@@ -92,7 +92,7 @@ void write_real_operator(PdfDocument *document, double value, const char (&opera
 
 template <size_t size>
 void write_int_operator(PdfDocument *document, double value, const char (&operator_line)[size]) {
-  PdfLine line;
+  TextLine line;
   add_int(&line, round_to_int32(value));
   add(&line, operator_line);
   write_line(document, line);
@@ -112,7 +112,7 @@ void end_image(PdfDocument *document) {
 }
 
 void translate(PdfDocument *document, double x, double y) {
-  PdfLine line;
+  TextLine line;
   add(&line, "1 0 0 1");
   add_coordinate(&line, x);
   add_coordinate(&line, y);
@@ -121,12 +121,12 @@ void translate(PdfDocument *document, double x, double y) {
 }
 
 void place_image(PdfDocument *document, double width, double height) {
-  PdfLine line;
+  TextLine line;
   add_coordinate(&line, width);
   add(&line, " 0 0");
   add_coordinate(&line, height);
   add(&line, " 0 0 cm\n/Image");
-  add_int_to_name(&line, document->images);
+  add_int_at_once(&line, document->images);
   add(&line, " Do\nQ\n");
   write_line(document, line);
 }
@@ -135,7 +135,7 @@ void place_image(PdfDocument *document, double width, double height) {
 
 template <size_t size>
 void write_corner(PdfDocument *document, float x, float y, const char (&operator_line)[size]) {
-  PdfLine line;
+  TextLine line;
   add_coordinate(&line, x);
   add_coordinate(&line, y);
   add(&line, operator_line);
@@ -237,14 +237,13 @@ void do_operation(PdfDocument *document, const double *x, const double *y, int32
 // ---- colours
 
 // 0 and 255 are whole numbers, all else has three decimals in a field of five.
-void add_component(PdfLine *line, int32_t component) {
+void add_component(TextLine *line, int32_t component) {
   if (component == 0) {
     add(line, "0 ");
   } else if (component == 255) {
     add(line, "1 ");
   } else {
-    line->length +=
-        format_real(component / 255.0, 3, line->text + line->length, pdf_number_size, 5);
+    add_real_at_once(line, component / 255.0, 3, 5);
     add(line, " ");
   }
 }
@@ -271,7 +270,7 @@ void close_path(PdfDocument *document) {
 }
 
 void write_colour(PdfDocument *document, const PdfColour &colour, const char *operator_line) {
-  PdfLine line;
+  TextLine line;
   add_component(&line, colour.red);
   add_component(&line, colour.green);
   add_component(&line, colour.blue);
@@ -305,7 +304,7 @@ extern "C" int32_t qqpdf4(double *x, double *y, double *width, double *height) {
   if (document == nullptr) return 0;
   quorix::widen(x, width);
   quorix::widen(y, height);
-  quorix::PdfLine line;
+  quorix::TextLine line;
   quorix::add_coordinate(&line, *x);
   quorix::add_coordinate(&line, *y);
   quorix::add_coordinate(&line, *width);

@@ -71,7 +71,7 @@ void write_new_fonts(PdfDocument *document) {
 }
 
 void write_page_opening(PdfDocument *document) {
-  PdfLine line;
+  TextLine line;
   add(&line, "<<\n/Type /Page\n/MediaBox [0 0");
   add_int(&line, document->page_width);
   add_int(&line, document->page_height);
@@ -81,7 +81,7 @@ void write_page_opening(PdfDocument *document) {
 }
 
 void write_procedure_sets(PdfDocument *document, bool has_images) {
-  PdfLine line;
+  TextLine line;
   add(&line, "/Resources << /ProcSet [/PDF");
   if (document->page_has_text) add(&line, " /Text");
   if (has_images) add(&line, " /ImageC");
@@ -93,9 +93,9 @@ void write_procedure_sets(PdfDocument *document, bool has_images) {
 void write_font_list(PdfDocument *document) {
   pdf_write_text(document, "/Font <<\n");
   for (int32_t i = 0; i < document->written_font_count; ++i) {
-    PdfLine line;
+    TextLine line;
     add(&line, "/F");
-    add_int_to_name(&line, document->written_fonts[i] + 1);
+    add_int_at_once(&line, document->written_fonts[i] + 1);
     add_reference(&line, document->font_objects[i]);
     write_line(document, line);
   }
@@ -107,13 +107,13 @@ void write_picture_list(PdfDocument *document, int32_t end) {
   pdf_write_text(document, "/XObject <<\n");
   for (int32_t number = document->page_first; number < end; ++number) {
     const ObjectKind kind = object_entry(document->objects, number).kind;
-    PdfLine line;
+    TextLine line;
     if (kind == object_image) {
       add(&line, "/Image");
-      add_int_to_name(&line, ++image);
+      add_int_at_once(&line, ++image);
     } else if (kind == object_form) {
       add(&line, "/Form");
-      add_int_to_name(&line, ++form);
+      add_int_at_once(&line, ++form);
     } else {
       continue;
     }
@@ -124,7 +124,7 @@ void write_picture_list(PdfDocument *document, int32_t end) {
 }
 
 void write_contents(PdfDocument *document, int32_t end) {
-  PdfLine line;
+  TextLine line;
   if (document->page_streams == 1) {
     add(&line, "/Contents");
     add_reference(&line, document->page_stream);

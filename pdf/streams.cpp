@@ -44,7 +44,7 @@ void open_content_of(PdfDocument *document, size_t limit) {
   prepare_stream(stream, document->compress ? limit : 0);
   new_object(document, object_content);
   if (!stream->buffered) {
-    PdfLine line;
+    TextLine line;
     add(&line, "<< /Length");
     add_int(&line, document->objects.next);
     add(&line, " 0 R >>\nstream\n");
@@ -76,7 +76,7 @@ void write_gathered(PdfDocument *document, StreamKind kind) {
   const OwnedArray<uint8_t> compressed = compress_bytes(stream.buffer.get(), stream.fill, &count);
   const bool packed = compressed != nullptr;
   if (!packed) count = stream.fill;
-  PdfLine line;
+  TextLine line;
   if (image) {
     add(&line, "   /Length");
   } else {
@@ -96,7 +96,7 @@ void write_gathered(PdfDocument *document, StreamKind kind) {
 
 void write_length_object(PdfDocument *document, int64_t length) {
   new_object(document, object_other);
-  PdfLine line;
+  TextLine line;
   add_size(&line, length);
   add(&line, "\nendobj\n");
   write_line(document, line);
@@ -159,7 +159,7 @@ void open_image(PdfDocument *document, int32_t width, int32_t height) {
   ++document->images;
   pdf_write_text(document, "<< /Type /XObject /Subtype /Image\n   /ColorSpace /DeviceRGB\n");
   if (document->page.mask_white) pdf_write_text(document, "   /Mask [255 255 255 255 255 255]\n");
-  PdfLine line;
+  TextLine line;
   add(&line, "   /Width");
   add_int(&line, width);
   add(&line, " /Height");

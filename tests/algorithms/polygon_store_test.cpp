@@ -17,7 +17,7 @@ namespace quorix::testing {
 
 namespace {
 
-constexpr int32_t growth_step = 10000;
+constexpr int32_t first_growth = 10000;
 
 int32_t ini(int32_t mode, int32_t capacity = 0, int32_t io = 0) {
   EXPECT_EQ(qqsini(mode, capacity, &io), 0);
@@ -331,26 +331,26 @@ TEST_F(PolygonStore, OpenedTwiceStartsAgainAndLeaksNothing) {
 
 // --- Growth and memory ---
 
-TEST_F(PolygonStore, GrowsByTenThousandEntriesAtATime) {
+TEST_F(PolygonStore, GrowsToTenThousandEntriesAndThenDoubles) {
   FailingMemory memory;
   EXPECT_EQ(ini(0, 1), 0);
   std::set<int32_t> grown_at;
-  for (int32_t i = 0; i < 2 * growth_step + 10; i++) {
+  for (int32_t i = 0; i < 2 * first_growth + 10; i++) {
     const size_t before = memory.live_bytes();
     ASSERT_EQ(put(i, i, 1), 0);
     // At the least a key and two attributes for each new entry.
-    if (memory.live_bytes() - before >= static_cast<size_t>(growth_step) * 16) {
+    if (memory.live_bytes() - before >= static_cast<size_t>(first_growth - 1) * 16) {
       grown_at.insert(i + 1);
     }
   }
   // Vertices may have brought more room too, but not for every polygon.
-  for (const int32_t polygon : {2, growth_step + 2, 2 * growth_step + 2})
+  for (const int32_t polygon : {2, first_growth + 1, 2 * first_growth + 1})
     EXPECT_EQ(grown_at.count(polygon), 1U) << polygon;
   EXPECT_LT(grown_at.size(), 10U);
-  EXPECT_EQ(count(), 2 * growth_step + 10);
+  EXPECT_EQ(count(), 2 * first_growth + 10);
   ini(2);
-  for (int32_t i = 0; i < 2 * growth_step + 10; i += 17)
-    expect_polygon(get(i), 2 * growth_step + 9 - i, 1);
+  for (int32_t i = 0; i < 2 * first_growth + 10; i += 17)
+    expect_polygon(get(i), 2 * first_growth + 9 - i, 1);
   ini(1);
   EXPECT_EQ(memory.live_blocks(), 0U);
 }

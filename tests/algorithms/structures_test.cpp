@@ -12,7 +12,6 @@
 
 #include "algorithms/algorithms.h"
 #include "algorithms/arena.h"
-#include "algorithms/grow.h"
 #include "algorithms/unfinished_circles.h"
 #include "tests/support/failing_memory.h"
 
@@ -66,30 +65,6 @@ TEST(Arena, StaysAsItWasWhereAPieceCannotBeHad) {
   EXPECT_EQ(arena.left, left);
   EXPECT_NE(arena_take(&arena, 16), nullptr);
   arena_release(&arena);
-}
-
-// ---- Growing arrays
-
-TEST(GrownCapacity, AddsTheStepFirstAndHalfLater) {
-  EXPECT_EQ(grown_capacity(0, 100), 100);
-  EXPECT_EQ(grown_capacity(1, 10000), 10001);
-  EXPECT_EQ(grown_capacity(1000, 100), 1500);
-}
-
-TEST(GrownCapacity, EndsAtTheLargestNumber) {
-  EXPECT_EQ(grown_capacity(INT32_MAX - 1, 100), INT32_MAX);
-  EXPECT_EQ(grown_capacity(INT32_MAX, 100), 0);
-}
-
-TEST(GrowArray, KeepsTheValuesAndClearsTheRest) {
-  auto array = allocate_array<int32_t>(2);
-  array[0] = 7;
-  array[1] = 8;
-  ASSERT_TRUE(grow_array(&array, 2, 4));
-  EXPECT_EQ(std::vector<int32_t>(array.get(), array.get() + 4), (std::vector<int32_t>{7, 8, 0, 0}));
-  FailingMemory memory(1);
-  EXPECT_FALSE(grow_array(&array, 4, 8));
-  EXPECT_EQ(array[1], 8);
 }
 
 // ---- Edges of a cavity
