@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/code_pages.h"
 
-#include "base/text.h"
+#include "base/text_conversion.h"
 
 namespace quorix {
 

@@ -9,16 +9,13 @@
 //   limit   characters that the finished string may have, so the destination has limit + 1 cells
 //
 // What does not fit is cut without a word, and the terminator is always written (where `size` is 0
-// nothing is). Nothing here follows the locale, keeps state or, but for the two conversions between
-// byte and wide strings, asks for memory or fails.
+// nothing is). Nothing here follows the locale, keeps state, asks for memory or fails.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
 namespace quorix {
-
-struct WidgetSystem;
 
 // ---- numbers ----
 
@@ -75,32 +72,5 @@ size_t length_wide(const uint16_t *text);
 
 // 0 for equal strings, else the first unequal unit of `a` less that of `b`.
 int32_t compare_wide(const uint16_t *a, const uint16_t *b);
-
-// ---- between the two ----
-
-// How the bytes of a caller's text are meant. Every value but 0, 2 and 3 means UTF-8.
-enum Charset : int32_t {
-  charset_latin1 = 0,  // a byte is a unit (ISO 8859-1)
-  charset_utf8 = 1,
-  charset_cyrillic = 2,  // Windows code page 1251
-  charset_greek = 3,     // ISO 8859-7:2003
-};
-
-// A new wide string for a byte string, and the other way. The caller releases it with
-// release_bytes. On failure they report one of the messages below and return null.
-//
-// Decoding UTF-8 accepts overlong forms and keeps the low 16 bits of what lies beyond. Encoding
-// puts a blank for what a code page lacks; Latin-1 keeps the low byte of each unit.
-uint16_t *decode_text(WidgetSystem *system, const char *text, int32_t charset);
-char *encode_text(WidgetSystem *system, const uint16_t *text, int32_t charset);
-
-inline constexpr char message_no_memory[] = "Not enough memory";
-inline constexpr char message_bad_utf8[] = "Syntax error in UTF string";
-inline constexpr char message_array_full[] = "Not enough space in array";
-inline constexpr char message_string_full[] = "Not enough space in string";
-inline constexpr char message_number_too_big[] = "Number too big for UTF8 conversion";
-
-// Where the messages go. At first nowhere: the widget toolkit sets its message box here.
-extern void (*report_text_error)(WidgetSystem *system, const char *message);
 
 }  // namespace quorix

@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: MIT
 //
-// Between the caller's byte strings and 16-bit text: one function per charset and direction, and
-// the two operations that find the memory, choose and report.
+// One function per charset and direction, and the two conversions that find the memory and choose.
+#include "base/text_conversion.h"
+
 #include <cstring>
+#include <utility>
 
 #include "base/code_pages.h"
-#include "base/memory.h"
 #include "base/text.h"
 #include "base/utf8.h"
 
 namespace quorix {
 
 namespace {
-
-void say_nothing(WidgetSystem *, const char *) {}
 
 // Bytes below `first` are units of the same value, the others stand in the table.
 void decode_bytes(const char *text, CodePage page, uint16_t *units) {
@@ -49,64 +48,75 @@ bool is_single_byte(int32_t charset) {
 }
 
 // `room` is without the terminator's cell.
-const char *decode_into(const char *text, int32_t charset, size_t room, uint16_t *units) {
+TextStatus decode_into(const char *text, int32_t charset, size_t room, uint16_t *units) {
   if (is_single_byte(charset)) {
     decode_bytes(text, code_page(charset), units);
-    return nullptr;
+    return TextStatus::done;
   }
   size_t count = 0;
-  const char *problem = decode_utf8(text, units, room, &count);
-  if (problem == nullptr) units[count] = 0;
-  return problem;
+  const TextStatus status = decode_utf8(text, units, room, &count);
+  if (status == TextStatus::done) units[count] = 0;
+  return status;
 }
 
-// `room` includes the terminator.
-const char *encode_into(const uint16_t *text, int32_t charset, size_t room, char *bytes) {
+// `room` is without the terminator's cell.
+TextStatus encode_into(const uint16_t *text, int32_t charset, size_t room, char *bytes) {
   if (charset == charset_latin1) {
     encode_low_bytes(text, bytes);
-    return nullptr;
+    return TextStatus::done;
   }
   if (is_single_byte(charset)) {
     encode_code_page(text, code_page(charset), bytes);
-    return nullptr;
+    return TextStatus::done;
   }
   size_t position = 0;
-  for (; *text != 0; ++text) {
-    const char *problem = encode_utf8(*text, bytes, room, &position);
-    if (problem != nullptr) return problem;
-  }
-  if (position >= room) return message_string_full;
+  TextStatus status = TextStatus::done;
+  for (; *text != 0 && status == TextStatus::done; ++text)
+    status = encode_utf8(*text, bytes, room, &position);
   bytes[position] = '\0';
-  return nullptr;
+  return status;
 }
 
 }  // namespace
 
-void (*report_text_error)(WidgetSystem *system, const char *message) = say_nothing;
-
-uint16_t *decode_text(WidgetSystem *system, const char *text, int32_t charset) {
-  const size_t length = std::strlen(text);
-  OwnedArray<uint16_t> units = allocate_array<uint16_t>(length + 1);
-  const char *problem =
-      units == nullptr ? message_no_memory : decode_into(text, charset, length, units.get());
-  if (problem == nullptr) return units.release();
-  report_text_error(system, problem);
-  return nullptr;
+const char *text_status_words(TextStatus status) {
+  switch (status) {
+    case TextStatus::no_memory:
+      return "Not enough memory";
+    case TextStatus::bad_utf8:
+      return "Syntax error in UTF string";
+    case TextStatus::array_full:
+      return "Not enough space in array";
+    case TextStatus::string_full:
+      return "Not enough space in string";
+    case TextStatus::number_too_big:
+      return "Number too big for UTF8 conversion";
+    case TextStatus::done:
+      break;
+  }
+  return "";
 }
 
-char *encode_text(WidgetSystem *system, const uint16_t *text, int32_t charset) {
+TextStatus decode_text(const char *text, int32_t charset, OwnedArray<uint16_t> *units) {
+  const size_t length = std::strlen(text);
+  *units = allocate_array<uint16_t>(length + 1);
+  if (*units == nullptr) return TextStatus::no_memory;
+  const TextStatus status = decode_into(text, charset, length, units->get());
+  if (status != TextStatus::done) units->reset();
+  return status;
+}
+
+TextStatus encode_text(const uint16_t *text, int32_t charset, OwnedArray<char> *bytes) {
   // Half the address space at most is units, so three bytes for each do not overflow unnoticed.
   const size_t bytes_per_unit = charset == charset_latin1 ? 1 : 3;
-  size_t payload = 0;
-  const bool fits = checked_product(&payload, length_wide(text), bytes_per_unit);
-  const size_t room = payload + 1;
-  OwnedArray<char> bytes;
-  if (fits) bytes = allocate_array<char>(room);
-  const char *problem =
-      bytes == nullptr ? message_no_memory : encode_into(text, charset, room, bytes.get());
-  if (problem == nullptr) return bytes.release();
-  report_text_error(system, problem);
-  return nullptr;
+  size_t room = 0;
+  bytes->reset();
+  if (!checked_product(&room, length_wide(text), bytes_per_unit)) return TextStatus::no_memory;
+  *bytes = allocate_array<char>(room + 1);
+  if (*bytes == nullptr) return TextStatus::no_memory;
+  const TextStatus status = encode_into(text, charset, room, bytes->get());
+  if (status != TextStatus::done) bytes->reset();
+  return status;
 }
 
 }  // namespace quorix

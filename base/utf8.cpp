@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "base/utf8.h"
 
-#include "base/text.h"
-
 namespace quorix {
 
 namespace {
@@ -38,27 +36,27 @@ bool next_number(const char **text, uint32_t *number) {
 
 }  // namespace
 
-const char *decode_utf8(const char *text, uint16_t *units, size_t room, size_t *count) {
+TextStatus decode_utf8(const char *text, uint16_t *units, size_t room, size_t *count) {
   *count = 0;
   while (*text != '\0') {
     uint32_t number = 0;
-    if (!next_number(&text, &number)) return message_bad_utf8;
-    if (*count >= room) return message_array_full;
+    if (!next_number(&text, &number)) return TextStatus::bad_utf8;
+    if (*count >= room) return TextStatus::array_full;
     units[(*count)++] = static_cast<uint16_t>(number & 0xFFFF);
   }
-  return nullptr;
+  return TextStatus::done;
 }
 
-const char *encode_utf8(uint32_t number, char *bytes, size_t room, size_t *position) {
-  if (number >= 0x10000) return message_number_too_big;
+TextStatus encode_utf8(uint32_t number, char *bytes, size_t room, size_t *position) {
+  if (number >= 0x10000) return TextStatus::number_too_big;
   const uint32_t continuations = number < 0x80 ? 0 : (number < 0x800 ? 1 : 2);
   for (uint32_t i = 0; i <= continuations; ++i) {
-    if (*position >= room) return message_string_full;
+    if (*position >= room) return TextStatus::string_full;
     const uint32_t payload = number >> (6 * (continuations - i));
     const uint32_t byte = i == 0 ? first_mark[continuations] | payload : 0x80 | (payload & 0x3F);
     bytes[(*position)++] = static_cast<char>(byte);
   }
-  return nullptr;
+  return TextStatus::done;
 }
 
 }  // namespace quorix

@@ -11,6 +11,7 @@
 
 #include "base/memory.h"
 #include "base/text.h"
+#include "base/text_conversion.h"
 #include "base/utf8.h"
 #include "tests/support/failing_memory.h"
 
@@ -18,6 +19,7 @@ namespace quorix {
 namespace {
 
 using testing::FailingMemory;
+using testing::Failures;
 
 // The code pages as iconv of the GNU C library has them, each byte of the page converted to UTF-8:
 // `iconv -f CP1251` from 128 on and `iconv -f ISO-8859-7` from 160 on. It refuses the bytes that
@@ -39,34 +41,6 @@ constexpr char16_t greek_page[] =
     u"ΰαβγδεζηθικλμνξο"
     u"πρςστυφχψωϊϋόύώ ";
 
-struct Report {
-  WidgetSystem *system;
-  std::string message;
-};
-
-std::vector<Report> reports;
-
-// Collects what the conversions report, from here to the end of the scope.
-struct Reports {
-  Reports() {
-    reports.clear();
-    report_text_error = [](WidgetSystem *system, const char *message) {
-      reports.push_back({system, message});
-    };
-  }
-  ~Reports() { report_text_error = before; }
-  Reports(const Reports &) = delete;
-  Reports &operator=(const Reports &) = delete;
-
-  void (*before)(WidgetSystem *, const char *) = report_text_error;
-};
-
-// The conversions only hand it on.
-WidgetSystem *some_system() {
-  static int place;
-  return reinterpret_cast<WidgetSystem *>(&place);
-}
-
 using Wide = std::vector<uint16_t>;
 
 Wide wide(const std::u16string &text) {
@@ -76,7 +50,8 @@ Wide wide(const std::u16string &text) {
 // The units of a conversion that must succeed. The input stands in a block of its own size.
 Wide decoded(const std::string &text, int32_t charset) {
   const std::vector<char> block(text.c_str(), text.c_str() + text.size() + 1);
-  const OwnedArray<uint16_t> units(decode_text(some_system(), block.data(), charset));
+  OwnedArray<uint16_t> units;
+  EXPECT_EQ(decode_text(block.data(), charset, &units), TextStatus::done);
   if (units == nullptr) {
     ADD_FAILURE() << "refused: " << ::testing::PrintToString(text);
     return {};
@@ -88,7 +63,8 @@ std::string encoded(const Wide &text, int32_t charset) {
   Wide block = text;
   block.push_back(0);
   block.shrink_to_fit();
-  const OwnedArray<char> bytes(encode_text(some_system(), block.data(), charset));
+  OwnedArray<char> bytes;
+  EXPECT_EQ(encode_text(block.data(), charset, &bytes), TextStatus::done);
   if (bytes == nullptr) {
     ADD_FAILURE() << "refused";
     return {};
@@ -96,13 +72,16 @@ std::string encoded(const Wide &text, int32_t charset) {
   return bytes.get();
 }
 
-void expect_refusal(const std::string &text, int32_t charset, const std::string &message) {
-  Reports scope;
-  FailingMemory memory;
-  EXPECT_EQ(decode_text(some_system(), text.c_str(), charset), nullptr);
-  ASSERT_EQ(reports.size(), 1U) << ::testing::PrintToString(text);
-  EXPECT_EQ(reports[0].message, message);
-  EXPECT_EQ(reports[0].system, some_system());
+// Something that a conversion which fails has to take away.
+OwnedArray<uint16_t> some_units() {
+  return allocate_array<uint16_t>(3);
+}
+
+void expect_refusal(const std::string &text, int32_t charset, TextStatus status) {
+  const FailingMemory memory;
+  OwnedArray<uint16_t> units = some_units();
+  EXPECT_EQ(decode_text(text.c_str(), charset, &units), status) << ::testing::PrintToString(text);
+  EXPECT_EQ(units, nullptr);
   EXPECT_EQ(memory.live_blocks(), 0U);
 }
 
@@ -206,7 +185,7 @@ TEST(DecodeText, AcceptsOverlongForms) {
   EXPECT_EQ(decoded("z\xC0\x80y", 1), wide(u"z"));  // the overlong zero ends the string
 }
 
-TEST(DecodeText, ReportsASyntaxErrorForABrokenForm) {
+TEST(DecodeText, RefusesABrokenForm) {
   for (const char *text : {
            "\xC3\x28", "a\xC3\x28z",            // no continuation
            "\xC3", "\xE2\x82", "\xF0\x9F\x98",  // ends too early
@@ -214,7 +193,7 @@ TEST(DecodeText, ReportsASyntaxErrorForABrokenForm) {
            "\xC3\xC3\xA9", "\xE2\x28\xAC", "\xE2\x82\xC0", "\xF0\x9F\x98\x7F",
            "\xF8\x80\x80\x80\x80", "\xFC", "\xFE", "\xFF",  // no form starts like that
        }) {
-    expect_refusal(text, 1, "Syntax error in UTF string");
+    expect_refusal(text, 1, TextStatus::bad_utf8);
   }
 }
 
@@ -230,7 +209,8 @@ TEST(TextConversion, HandlesEmptyStrings) {
 TEST(DecodeText, AsksForTwoBytesAByteAndTwoMore) {
   for (const int32_t charset : {0, 1, 2, 3}) {
     FailingMemory memory;
-    const OwnedArray<uint16_t> units(decode_text(some_system(), "12345", charset));
+    OwnedArray<uint16_t> units;
+    EXPECT_EQ(decode_text("12345", charset, &units), TextStatus::done);
     EXPECT_EQ(memory.requests(), 1U);
     EXPECT_EQ(memory.live_bytes(), 12U);
   }
@@ -240,34 +220,33 @@ TEST(EncodeText, AsksForOneByteAUnitUnderCharset0AndThreeOtherwise) {
   const uint16_t text[] = {'1', '2', '3', '4', '5', 0};
   for (const int32_t charset : {0, 1, 2, 3}) {
     FailingMemory memory;
-    const OwnedArray<char> bytes(encode_text(some_system(), text, charset));
+    OwnedArray<char> bytes;
+    EXPECT_EQ(encode_text(text, charset, &bytes), TextStatus::done);
     EXPECT_EQ(memory.requests(), 1U);
     EXPECT_EQ(memory.live_bytes(), charset == 0 ? 6U : 16U);
   }
 }
 
-TEST(TextConversion, ReportsThatThereIsNotEnoughMemory) {
+TEST(TextConversion, AnswersThatThereIsNotEnoughMemory) {
   const uint16_t text[] = {'a', 0};
   for (const int32_t charset : {0, 1, 2, 3}) {
-    Reports scope;
-    {
-      FailingMemory memory(1);
-      EXPECT_EQ(decode_text(some_system(), "a", charset), nullptr);
-    }
-    {
-      FailingMemory memory(1);
-      EXPECT_EQ(encode_text(some_system(), text, charset), nullptr);
-    }
-    ASSERT_EQ(reports.size(), 2U);
-    for (const Report &report : reports) {
-      EXPECT_EQ(report.message, "Not enough memory");
-      EXPECT_EQ(report.system, some_system());
-    }
+    OwnedArray<uint16_t> units = some_units();
+    OwnedArray<char> bytes = allocate_array<char>(3);
+    const FailingMemory memory(1, Failures::that_and_all_later);
+    EXPECT_EQ(decode_text("a", charset, &units), TextStatus::no_memory);
+    EXPECT_EQ(encode_text(text, charset, &bytes), TextStatus::no_memory);
+    EXPECT_EQ(units, nullptr);
+    EXPECT_EQ(bytes, nullptr);
   }
 }
 
-TEST(TextConversion, FailsInSilenceWhileNobodyTakesTheReports) {
-  EXPECT_EQ(decode_text(nullptr, "\xFF", 1), nullptr);
+TEST(TextConversion, HasWordsForEveryFailure) {
+  EXPECT_STREQ(text_status_words(TextStatus::done), "");
+  EXPECT_STREQ(text_status_words(TextStatus::no_memory), "Not enough memory");
+  EXPECT_STREQ(text_status_words(TextStatus::bad_utf8), "Syntax error in UTF string");
+  EXPECT_STREQ(text_status_words(TextStatus::array_full), "Not enough space in array");
+  EXPECT_STREQ(text_status_words(TextStatus::string_full), "Not enough space in string");
+  EXPECT_STREQ(text_status_words(TextStatus::number_too_big), "Number too big for UTF8 conversion");
 }
 
 // ---- random bytes ----
@@ -313,8 +292,10 @@ TEST(DecodeText, AgreesWithTheModelOnRandomBytes) {
     expected.resize(static_cast<size_t>(std::find(expected.begin(), expected.end(), uint16_t{0}) -
                                         expected.begin()));
     const std::vector<char> block(text.c_str(), text.c_str() + text.size() + 1);
-    const OwnedArray<uint16_t> units(decode_text(nullptr, block.data(), 1));
-    ASSERT_EQ(units != nullptr, valid) << ::testing::PrintToString(text);
+    OwnedArray<uint16_t> units;
+    const TextStatus status = decode_text(block.data(), 1, &units);
+    ASSERT_EQ(status, valid ? TextStatus::done : TextStatus::bad_utf8)
+        << ::testing::PrintToString(text);
     if (!valid) continue;
     ++accepted;
     ASSERT_EQ(Wide(units.get(), units.get() + length_wide(units.get())), expected);
@@ -341,23 +322,23 @@ TEST(TextConversion, SurvivesRandomBytesUnderEveryCharset) {
 TEST(DecodeUtf8, ReportsWhenTheArrayIsFull) {
   uint16_t units[3] = {7, 7, 7};
   size_t count = 9;
-  EXPECT_STREQ(decode_utf8("abc", units, 2, &count), "Not enough space in array");
+  EXPECT_EQ(decode_utf8("abc", units, 2, &count), TextStatus::array_full);
   EXPECT_EQ(count, 2U);
   EXPECT_EQ(units[2], 7);
-  EXPECT_EQ(decode_utf8("ab", units, 2, &count), nullptr);
+  EXPECT_EQ(decode_utf8("ab", units, 2, &count), TextStatus::done);
   EXPECT_EQ(count, 2U);
-  EXPECT_STREQ(decode_utf8("a", units, 0, &count), "Not enough space in array");
+  EXPECT_EQ(decode_utf8("a", units, 0, &count), TextStatus::array_full);
 }
 
 TEST(EncodeUtf8, ReportsWhenTheStringIsFull) {
   char bytes[4] = {'#', '#', '#', '#'};
   for (size_t room = 0; room < 3; ++room) {
     size_t position = 0;
-    EXPECT_STREQ(encode_utf8(0x20AC, bytes, room, &position), "Not enough space in string");
+    EXPECT_EQ(encode_utf8(0x20AC, bytes, room, &position), TextStatus::string_full);
     EXPECT_EQ(position, room);
   }
   size_t position = 0;
-  EXPECT_EQ(encode_utf8(0x20AC, bytes, 3, &position), nullptr);
+  EXPECT_EQ(encode_utf8(0x20AC, bytes, 3, &position), TextStatus::done);
   EXPECT_EQ(position, 3U);
   EXPECT_EQ(bytes[3], '#');
 }
@@ -365,10 +346,9 @@ TEST(EncodeUtf8, ReportsWhenTheStringIsFull) {
 TEST(EncodeUtf8, ReportsANumberOfMoreThan16Bits) {
   char bytes[8] = {};
   size_t position = 0;
-  EXPECT_STREQ(encode_utf8(0x10000, bytes, sizeof bytes, &position),
-               "Number too big for UTF8 conversion");
+  EXPECT_EQ(encode_utf8(0x10000, bytes, sizeof bytes, &position), TextStatus::number_too_big);
   EXPECT_EQ(position, 0U);
-  EXPECT_EQ(encode_utf8(0xFFFF, bytes, sizeof bytes, &position), nullptr);
+  EXPECT_EQ(encode_utf8(0xFFFF, bytes, sizeof bytes, &position), TextStatus::done);
   EXPECT_STREQ(bytes, "\xEF\xBF\xBF");
 }
 
