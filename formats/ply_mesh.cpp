@@ -68,7 +68,7 @@ size_t find_slot(const PlyMesh &mesh, const PlyVertex &vertex, size_t slot) {
 }
 
 // Twice as many slots as vertices keep the way to each short.
-bool grow_slots(PlyMesh *mesh, size_t vertices) {
+bool reserve_slots(PlyMesh *mesh, size_t vertices) {
   size_t count = mesh->slot_count;
   while (count / 2 < vertices)
     count *= 2;
@@ -98,12 +98,13 @@ int32_t merge_vertex(PlyMesh *mesh, const PlyVertex &vertex, size_t first) {
 
 bool reserve_vertices(PlyMesh *mesh, size_t count) {
   const size_t needed = mesh->vertex_count + count;
-  if (needed <= mesh->vertex_room) return true;
   if (needed > INT32_MAX) return false;
-  const size_t room = grown_room(mesh->vertex_room, needed);
-  if (!grow_array(&mesh->vertices, mesh->vertex_count, room)) return false;
-  mesh->vertex_room = room;
-  return grow_slots(mesh, room);
+  if (needed > mesh->vertex_room) {
+    const size_t room = grown_room(mesh->vertex_room, needed);
+    if (!grow_array(&mesh->vertices, mesh->vertex_count, room)) return false;
+    mesh->vertex_room = room;
+  }
+  return reserve_slots(mesh, needed);
 }
 
 bool reserve_face_list(PlyMesh *mesh, size_t count) {

@@ -24,7 +24,7 @@ struct PlyMesh {
   OwnedArray<int32_t> slots;  // vertex numbers, no_vertex where a slot is free
   size_t vertex_count, vertex_room;
   size_t face_length, face_room;
-  size_t slot_count;  // a power of two, at least twice vertex_room
+  size_t slot_count;  // a power of two, at least twice the vertices
   int32_t face_count;
   bool lost;  // there was no memory for its vertices
 };
