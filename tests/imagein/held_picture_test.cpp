@@ -148,7 +148,7 @@ TEST_F(HeldPicture, ScaledFarUpAndDownHasTheBitsOfThePlainLoop) {
   }
 }
 
-TEST_F(HeldPicture, IsCutAtTheDeviceSizeToldToItsReader) {
+TEST_F(HeldPicture, IsCutAtTheDeviceSizeThatItsReaderGot) {
   for (const bool rgba : {false, true}) {
     const literal::Picture picture = hold(9, 7, true, 3, {0, 0, 8, 6});
     check_scaled(picture, rgba, 9, 7, 2, 1);

@@ -36,91 +36,30 @@ TEST_F(BmpWriter, WritesIndicesAsOnPaper) {
   show_on_raster(picture, false);
   WriterCall call = call_for(picture);
   call.colours = 3;
+  // clang-format off
   const Bytes expected = {
-      'B',
-      'M',
-      82,
-      0,
-      0,
-      0,
-      0,
-      0,
-      0,
-      0,
-      66,
-      0,
-      0,
-      0,  // 54 + 2 * 8 + 4 *
-          // 3, 54 + 4 * 3
-      40,
-      0,
-      0,
-      0,
-      5,
-      0,
-      0,
-      0,
-      2,
-      0,
-      0,
-      0,
-      1,
-      0,
-      8,
-      0,
-      0,
-      0,
-      0,
-      0,
-      16,
-      0,
-      0,
-      0,
-      0xC4,
-      9,
-      0,
-      0,
-      0xC4,
-      9,
-      0,
-      0,
-      3,
-      0,
-      0,
-      0,
-      3,
-      0,
-      0,
-      0,  // 2500 per metre
-      0x30,
-      0x20,
-      0x10,
-      0,
-      0x60,
-      0x50,
-      0x40,
-      0,
-      0x90,
-      0x80,
-      0x70,
-      0,
-      2,
-      2,
-      2,
-      1,
-      1,
-      0,
-      0,
-      0,  // the last row first
-      0,
-      1,
-      2,
-      1,
-      0,
-      0,
-      0,
-      0,
+      'B', 'M',
+      82, 0, 0, 0,           // size of the file: 54 + 4 * 3 + 2 * 8
+      0, 0, 0, 0,
+      66, 0, 0, 0,           // where the rows are: 54 + 4 * 3
+      40, 0, 0, 0,           // size of the information header
+      5, 0, 0, 0,            // width
+      2, 0, 0, 0,            // height
+      1, 0,                  // planes
+      8, 0,                  // bits per pixel
+      0, 0, 0, 0,            // not compressed
+      16, 0, 0, 0,           // size of the rows: 2 * 8
+      0xC4, 9, 0, 0,         // 2500 pixels per metre
+      0xC4, 9, 0, 0,
+      3, 0, 0, 0,            // colours, and those that matter
+      3, 0, 0, 0,
+      0x30, 0x20, 0x10, 0,   // blue first
+      0x60, 0x50, 0x40, 0,
+      0x90, 0x80, 0x70, 0,
+      2, 2, 2, 1, 1, 0, 0, 0,  // the last row first
+      0, 1, 2, 1, 0, 0, 0, 0,
   };
+  // clang-format on
   EXPECT_EQ(file_bytes(write_bmp, call), expected);
 }
 
@@ -135,8 +74,16 @@ TEST_F(BmpWriter, WritesTrueColoursAsOnPaper) {
   EXPECT_EQ(file[28], 24);
   EXPECT_EQ(file[34], 32);
   EXPECT_EQ(file[46], 0);
-  const Bytes last_row = {0x90, 0x80, 0x70, 0x90, 0x80, 0x70, 0x90, 0x80,
-                          0x70, 0x60, 0x50, 0x40, 0x60, 0x50, 0x40, 0};
+  // clang-format off
+  const Bytes last_row = {
+      0x90, 0x80, 0x70,
+      0x90, 0x80, 0x70,
+      0x90, 0x80, 0x70,
+      0x60, 0x50, 0x40,
+      0x60, 0x50, 0x40,
+      0,
+  };
+  // clang-format on
   EXPECT_EQ(Bytes(file.begin() + 54, file.begin() + 70), last_row);
 }
 
@@ -146,10 +93,12 @@ TEST_F(BmpWriter, TakesTheResolutionFromTheOrder) {
   const struct {
     int32_t order;
     Bytes resolution, height;
-  } cases[] = {{1, {0xC4, 9, 0, 0}, {2, 0, 0, 0}},
-               {3000, {0xB8, 0x0B, 0, 0}, {2, 0, 0, 0}},
-               {0, {0, 0, 9, 0xC4}, {0, 0, 0, 2}},
-               {-3000, {0, 0, 0x0B, 0xB8}, {0, 0, 0, 2}}};
+  } cases[] = {
+      {1, {0xC4, 9, 0, 0}, {2, 0, 0, 0}},
+      {3000, {0xB8, 0x0B, 0, 0}, {2, 0, 0, 0}},
+      {0, {0, 0, 9, 0xC4}, {0, 0, 0, 2}},
+      {-3000, {0, 0, 0x0B, 0xB8}, {0, 0, 0, 2}},
+  };
   for (const auto &[order, resolution, height] : cases) {
     WriterCall call = call_for(picture);
     call.order = order;

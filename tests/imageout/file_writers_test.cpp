@@ -65,7 +65,7 @@ class FileWriters : public ::testing::Test {
   }
 };
 
-TEST_F(FileWriters, WriteTheClipWhateverSizeTheCallTells) {
+TEST_F(FileWriters, WriteTheClipWhateverSizeTheCallHas) {
   const DrawnPicture picture = plot_picture(40, 30, 2);
   const int32_t areas[][4] = {{3, 4, 10, 5}, {-4, -3, 9, 8}, {35, 28, 8, 8}, {0, 29, 40, 1}};
   for (const Format &format : formats) {

@@ -42,10 +42,22 @@ TEST_F(GifWriter, WritesOnePixelAsThreeCodesOfNineBits) {
   WriterCall call = indexed(1, 1);
   call.background = 7;
   const Bytes file = file_bytes(write_gif, call);
-  const Bytes start = {'G', 'I', 'F', '8', '7', 'a', 1, 0, 1, 0, 0xF7, 7, 0};
+  // clang-format off
+  const Bytes start = {
+      'G', 'I', 'F', '8', '7', 'a',
+      1, 0, 1, 0,  // sizes of the screen
+      0xF7, 7, 0,  // a table of 256 colours, the background, no aspect ratio
+  };
+  // clang-format on
   EXPECT_EQ(Bytes(file.begin(), file.begin() + table_start), start);
   // 256, 5, 257 with the low bit first: 0000 0000|1 1010 000|00 1000 000|01 and the rest of a byte.
-  const Bytes rest = {0x2C, 0, 0, 0, 0, 1, 0, 1, 0, 0, 8, 4, 0x00, 0x0B, 0x04, 0x04, 0, 0x3B};
+  // clang-format off
+  const Bytes rest = {
+      0x2C, 0, 0, 0, 0, 1, 0, 1, 0, 0,  // the picture: left, top, sizes, no table of its own
+      8, 4, 0x00, 0x0B, 0x04, 0x04,     // the minimum size of codes, and four bytes of them
+      0, 0x3B,
+  };
+  // clang-format on
   EXPECT_EQ(Bytes(file.begin() + table_end, file.end()), rest);
 }
 
@@ -97,7 +109,13 @@ TEST_F(GifWriter, WritesNothingButClearAndEndForAnEmptyPicture) {
   set_clip(0, 0, 0, 0);
   const Bytes file = file_bytes(write_gif, indexed(1, 1));
   // 256 and 257 of nine bits each.
-  const Bytes rest = {0x2C, 0, 0, 0, 0, 0, 0, 0, 0, 0, 8, 3, 0x00, 0x03, 0x02, 0, 0x3B};
+  // clang-format off
+  const Bytes rest = {
+      0x2C, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+      8, 3, 0x00, 0x03, 0x02,
+      0, 0x3B,
+  };
+  // clang-format on
   EXPECT_EQ(Bytes(file.begin() + table_end, file.end()), rest);
 }
 

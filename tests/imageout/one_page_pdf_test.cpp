@@ -146,7 +146,7 @@ TEST_F(OnePagePdf, HoldsThePixelsOfALargeCompressedPictureInOneStream) {
   EXPECT_EQ(parts.objects.size(), 8U);
 }
 
-TEST_F(OnePagePdf, WritesTheClipWhateverSizeTheCallTells) {
+TEST_F(OnePagePdf, WritesTheClipWhateverSizeTheCallHas) {
   const DrawnPicture picture = plot_picture(40, 30, 4);
   show_on_raster(picture, false);
   set_clip(3, 20, 5, 12);  // two rows below the picture

@@ -83,7 +83,7 @@ TEST_F(PngStream, MakesWhiteTransparentInTrueColourAndEntry0InAPalette) {
   EXPECT_EQ(decode_png(png_bytes(with_transparency(quantised()))).transparency, Bytes{0});
 }
 
-TEST_F(PngStream, HasAsManyPaletteEntriesAsTheCallTells) {
+TEST_F(PngStream, HasAsManyPaletteEntriesAsTheCallAsksFor) {
   std::vector<uint32_t> many;
   for (uint32_t i = 0; i < 300; ++i)
     many.push_back(i << 16 | i << 8 | (300 - i));
@@ -186,7 +186,7 @@ TEST_F(PngStream, IsInTheOrderOfThisHostUnlessTheCallTurnsIt) {
 
 // ---- memory
 
-TEST_F(PngStream, IsTheSameInMemoryAndTheDryRunTellsItsSize) {
+TEST_F(PngStream, IsTheSameInMemoryAndTheDryRunGivesItsSize) {
   for (const PngCall &form : all_forms()) {
     for (const PngCall &call : {form, with_transparency(form)}) {
       const Bytes stream = png_bytes(call);
@@ -242,7 +242,7 @@ TEST_F(PngStream, ReplacesAFileOnDisk) {
   EXPECT_EQ(read_whole_file(name), png_bytes(indexed()));
 }
 
-TEST_F(PngStream, TellsThatTheFileCannotBeOpened) {
+TEST_F(PngStream, SaysThatTheFileCannotBeOpened) {
   const TemporaryFolder folder;
   EXPECT_EQ(write_png(indexed(), folder.file("no/such/folder.png")), -1);
   EXPECT_EQ(write_png(indexed(), ""), -1);
@@ -255,12 +255,27 @@ TEST_F(PngStream, TellsThatTheFileCannotBeOpened) {
 
 TEST_F(PngStream, StartsWithSignatureAndHeader) {
   const Bytes stream = png_bytes(indexed());
-  const Bytes expected = {0x89, 'P', 'N', 'G', 13, 10, 26, 10, 0,  0, 0, 13, 'I', 'H', 'D',
-                          'R',  0,   0,   0,   23, 0,  0,  0,  11, 8, 3, 0,  0,   0};
+  // clang-format off
+  const Bytes expected = {
+      0x89, 'P', 'N', 'G', 13, 10, 26, 10,
+      0, 0, 0, 13,  // bytes of the header
+      'I', 'H', 'D', 'R',
+      0, 0, 0, 23,  // width
+      0, 0, 0, 11,  // height
+      8, 3,         // bits, with a palette
+      0, 0, 0,      // compression, filter, not interlaced
+  };
+  // clang-format on
   ASSERT_GE(stream.size(), signature_bytes + header_chunk_bytes);
   EXPECT_EQ(Bytes(stream.begin(), stream.begin() + static_cast<ptrdiff_t>(expected.size())),
             expected);
-  const Bytes end = {0, 0, 0, 0, 'I', 'E', 'N', 'D', 0xAE, 0x42, 0x60, 0x82};
+  // clang-format off
+  const Bytes end = {
+      0, 0, 0, 0,
+      'I', 'E', 'N', 'D',
+      0xAE, 0x42, 0x60, 0x82,
+  };
+  // clang-format on
   EXPECT_EQ(Bytes(stream.end() - 12, stream.end()), end);
 }
 

@@ -205,7 +205,7 @@ TEST_F(PostScript, IsTheTranscriptionForPicturesOfAllForms) {
   }
 }
 
-TEST_F(PostScript, WritesTheClipWhateverSizeTheCallTells) {
+TEST_F(PostScript, WritesTheClipWhateverSizeTheCallHas) {
   const DrawnPicture picture = plot_picture(40, 30, 4);
   show_on_raster(picture, true);
   set_clip(3, 20, 5, 12);  // two rows below the picture

@@ -68,7 +68,7 @@ TEST_F(PpmWriter, WritesPicturesOfAwkwardSizes) {
   }
 }
 
-TEST_F(PpmWriter, WritesTheClipWhateverSizeTheCallTells) {
+TEST_F(PpmWriter, WritesTheClipWhateverSizeTheCallHas) {
   const DrawnPicture picture = plot_picture(40, 30, 4);
   show_on_raster(picture, true);
   set_clip(3, 20, 10, 5);
@@ -143,7 +143,7 @@ TEST_F(PpmWriter, ReplacesAFileOnDisk) {
   EXPECT_EQ(read_whole_file(name), ppm("P6\n40 30\n255\n", picture.rgb));
 }
 
-TEST_F(PpmWriter, TellsThatTheFileCannotBeOpened) {
+TEST_F(PpmWriter, SaysThatTheFileCannotBeOpened) {
   show_on_raster(plot_picture(4, 4, 11), true);
   const TemporaryFolder folder;
   EXPECT_EQ(write_ppm(folder.file("no/such/folder.ppm"), raster_number, 4, 4), -1);

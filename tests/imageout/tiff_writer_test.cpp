@@ -60,27 +60,32 @@ TEST_F(TiffWriter, WritesABilevelFileAsOnPaper) {
   show_on_raster(picture, false);
   WriterCall call = call_for(picture);
   call.form = -1;
+  // clang-format off
   const Bytes expected = {
-      0x49, 0x49, 42, 0, 8,   0, 0, 0, 13,  0,        // header, 13 entries
-      0xFE, 0,    4,  0, 1,   0, 0, 0, 0,   0, 0, 0,  // NewSubfileType 0
-      0,    1,    4,  0, 1,   0, 0, 0, 9,   0, 0, 0,  // ImageWidth 9
-      1,    1,    4,  0, 1,   0, 0, 0, 2,   0, 0, 0,  // ImageLength 2
-      2,    1,    3,  0, 1,   0, 0, 0, 1,   0, 0, 0,  // BitsPerSample 1
-      3,    1,    3,  0, 1,   0, 0, 0, 1,   0, 0, 0,  // Compression: none
-      6,    1,    3,  0, 1,   0, 0, 0, 1,   0, 0, 0,  // Photometric: black is zero
-      0x11, 1,    4,  0, 2,   0, 0, 0, 170, 0, 0, 0,  // StripOffsets
-      0x15, 1,    3,  0, 1,   0, 0, 0, 1,   0, 0, 0,  // SamplesPerPixel 1
-      0x16, 1,    3,  0, 1,   0, 0, 0, 1,   0, 0, 0,  // RowsPerStrip 1
-      0x17, 1,    4,  0, 2,   0, 0, 0, 178, 0, 0, 0,  // StripByteCounts
-      0x1A, 1,    5,  0, 1,   0, 0, 0, 186, 0, 0, 0,  // XResolution
-      0x1B, 1,    5,  0, 1,   0, 0, 0, 194, 0, 0, 0,  // YResolution
-      0x28, 1,    3,  0, 1,   0, 0, 0, 2,   0, 0, 0,  // ResolutionUnit: inch
-      0,    0,    0,  0,                              // no further directory
-      202,  0,    0,  0, 204, 0, 0, 0,                // where the rows are
-      2,    0,    0,  0, 2,   0, 0, 0,                // and how long
-      100,  0,    0,  0, 1,   0, 0, 0, 100, 0, 0, 0, 1, 0, 0, 0, 0x6D, 0x80,  // 0110 1101 1
-      0xDB, 0x00,                                                             // 1101 1011 0
+      'I', 'I', 42, 0, 8, 0, 0, 0,             // header
+      13, 0,                                   // entries
+      0xFE, 0, 4, 0, 1, 0, 0, 0, 0, 0, 0, 0,   // NewSubfileType 0
+      0x00, 1, 4, 0, 1, 0, 0, 0, 9, 0, 0, 0,   // ImageWidth 9
+      0x01, 1, 4, 0, 1, 0, 0, 0, 2, 0, 0, 0,   // ImageLength 2
+      0x02, 1, 3, 0, 1, 0, 0, 0, 1, 0, 0, 0,   // BitsPerSample 1
+      0x03, 1, 3, 0, 1, 0, 0, 0, 1, 0, 0, 0,   // Compression: none
+      0x06, 1, 3, 0, 1, 0, 0, 0, 1, 0, 0, 0,   // Photometric: black is zero
+      0x11, 1, 4, 0, 2, 0, 0, 0, 170, 0, 0, 0, // StripOffsets
+      0x15, 1, 3, 0, 1, 0, 0, 0, 1, 0, 0, 0,   // SamplesPerPixel 1
+      0x16, 1, 3, 0, 1, 0, 0, 0, 1, 0, 0, 0,   // RowsPerStrip 1
+      0x17, 1, 4, 0, 2, 0, 0, 0, 178, 0, 0, 0, // StripByteCounts
+      0x1A, 1, 5, 0, 1, 0, 0, 0, 186, 0, 0, 0, // XResolution
+      0x1B, 1, 5, 0, 1, 0, 0, 0, 194, 0, 0, 0, // YResolution
+      0x28, 1, 3, 0, 1, 0, 0, 0, 2, 0, 0, 0,   // ResolutionUnit: inch
+      0, 0, 0, 0,                              // no further directory
+      202, 0, 0, 0, 204, 0, 0, 0,              // 170: where the rows are
+      2, 0, 0, 0, 2, 0, 0, 0,                  // 178: and how long
+      100, 0, 0, 0, 1, 0, 0, 0,                // 186: the resolutions, 100 to 1
+      100, 0, 0, 0, 1, 0, 0, 0,
+      0x6D, 0x80,                              // 202: 0110 1101 1
+      0xDB, 0x00,                              // 204: 1101 1011 0
   };
+  // clang-format on
   EXPECT_EQ(file_bytes(write_tiff, call), expected);
 }
 
@@ -113,7 +118,7 @@ TEST_F(TiffWriter, IsBilevelRatherThanRgb) {
   EXPECT_EQ(value_of(file, 262), 1U);
 }
 
-TEST_F(TiffWriter, TellsTheResolutionPerInchOrCentimetre) {
+TEST_F(TiffWriter, WritesTheResolutionPerInchOrCentimetre) {
   const DrawnPicture picture = plot_picture(3, 3, 1);
   show_on_raster(picture, false);
   const struct {
