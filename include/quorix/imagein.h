@@ -15,6 +15,16 @@
  * latter two are kept for qqpiscl. `unused` is not read and may be null. All arguments are passed
  * by reference.
  *
+ * What goes wrong without a status:
+ *
+ *   device_width, device_height
+ *                of 0 show nothing, now or by a later qqpiscl: pass the size of the device with
+ *                device 0 too. They are where the picture is cut, not a size to fit it to.
+ *   the device   has no sign here: a number below 0 is a window's, not a raster in true colours.
+ *   a palette    raster keeps of each pixel the nearest colour of the table that qqvvlt loaded. For
+ *                the colours of the file open the raster in RGBA (qqvini with page_w negative).
+ *   the clip     rectangle of the raster does not hold rows: cut by x, y and the device size.
+ *
  * Statuses of all readers: 0 done; -1 the file cannot be opened, or a device is named and there is
  * no drawing record yet (qqvini makes it); -2 no memory; -3 not a file of the format, or a damaged
  * one; -9 there is no such device in this library. Nothing is held of a picture whose reading
@@ -40,13 +50,17 @@ QUORIX_API int32_t qqpiwin(const int32_t *x, const int32_t *y, const int32_t *wi
                            const int32_t *height, int32_t *status);
 
 /* Shows the held picture at a size of `width` by `height` pixels, with the upper left corner at
- * (x, y) of `device`, and gives it back in every case. It is cut at the device size that its reader
- * was told.
+ * (x, y) of `device`, and gives it back in every case: to show it twice, read it twice. It is cut
+ * at the device size that was passed to its reader.
  *
  * At another size than its own the picture is interpolated: bilinear, the corners onto the corners,
- * components truncated. Of each row as many pixels are sent as the picture was wide before: one
- * made wider shows its left part, and in one made narrower each row runs on into the next ones: cut
- * that off by a device size, told to the reader, that ends where the picture shall end.
+ * components truncated, so that pure white may come out as 254.
+ *
+ * Of each row as many pixels are sent as the picture was wide before, which changes what is seen
+ * without a status. A picture made wider is cut: it shows its left part alone; to see all of it
+ * take its rows by qqpgrow, widen them and write them by qqvrow. In a picture made narrower each
+ * row runs on into the next ones, so that parts of it repeat on its right: pass its reader a
+ * device_width of x plus the new width, which cuts that off.
  *
  * device         as above; 0 only gives the picture back
  * unused         not read, may be null
@@ -58,8 +72,9 @@ QUORIX_API int32_t qqpiscl(const int32_t *device, const void *unused, const int3
                            int32_t *status);
 
 /* Copies `count` pixels of the held picture from column x of row y on into `row`: three bytes each,
- * red, green, blue. What lies outside the picture is 0. Without a held picture `row` stays as it
- * is. With a count of -1 the held picture is given back, and nothing else is looked at. */
+ * red, green, blue, as qqvrow takes them with n = -count. What lies outside the picture is 0.
+ * Without a held picture `row` stays as it is. With a count of -1 the held picture is given back,
+ * and nothing else is looked at. */
 QUORIX_API int32_t qqpgrow(uint8_t *row, const int32_t *x, const int32_t *y, const int32_t *count);
 
 /* Reads a Windows bitmap with the information header of 40 bytes: 1, 4, 8 or 24 bits per pixel, or
@@ -67,8 +82,8 @@ QUORIX_API int32_t qqpgrow(uint8_t *row, const int32_t *x, const int32_t *y, con
  *
  * Pixels are taken to follow the colour table directly. Other depths, and compressions other than
  * run lengths, give status 0 and no pixels, and so do bitmaps with a negative height (rows from the
- * top), which are held as pictures without rows. A file of plain rows that ends early gives those
- * it has.
+ * top), which are held as pictures without rows: have such pictures saved with 24 bits and rows
+ * from the bottom. A file of plain rows that ends early gives those it has.
  *
  * status  as above. -3: the width is not positive, the header is not whole, depth and compression
  *         do not go together, or run lengths end without their end code */
@@ -108,15 +123,16 @@ QUORIX_API int32_t qqpipng(const char *file, const int32_t *device, const void *
  * of 2, 4, 8 or 16 bits, palettes of 2, 4 or 8 bits; both byte orders. Other depths give black
  * pixels.
  *
- * Some of its ways are its own. Where white is 0 only black and white are exchanged, greys stay.
- * RGB of 16 bits shows the first byte of each sample, whatever the byte order. Differences
- * (predictor 2) run through a whole strip or tile. Uncompressed data that the file does not have
- * are left out without an error.
+ * Some of its ways are its own, and show without a status. Where white is 0 only black and white
+ * are exchanged, greys stay. RGB of 16 bits shows the first byte of each sample, whatever the byte
+ * order: noise from low bytes, unless the file has the high byte first. Differences (predictor 2)
+ * run through a whole strip or tile, so files with them come out right only with one row a strip;
+ * have others saved without. Uncompressed data that the file does not have are left out.
  *
  * status  as above. -3: the directory does not lie within the file, strips or tiles have no sizes,
  *         or have far more bytes than the file. -5: done, but some index of 2 or 4 bits is outside
- *         the palette and counts as index 0 (not told for tiles). -11: the file asks for something
- *         that this reader does not support. -12: the compressed data are damaged */
+ *         the palette and counts as index 0 (in tiles the status stays 0). -11: the file asks for
+ *         something that this reader does not support. -12: the compressed data are damaged */
 QUORIX_API int32_t qqpitif(const char *file, const int32_t *device, const void *unused,
                            const int32_t *device_width, const int32_t *device_height,
                            const int32_t *x, const int32_t *y, int32_t *status);

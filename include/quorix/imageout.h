@@ -4,10 +4,25 @@
  *
  * What the writers share. `device` names the source: an absolute value above 100 the raster,
  * otherwise a plot window; a negative number asks for a true colour picture. `width` and `height`
- * count by their absolute values, and their signs carry flags that each writer tells. A rectangle
- * set by qqpclp takes the place of the size, the flags stay. Parts of it that lie off the page are
- * written as 0; a rectangle without pixels gives a file with those numbers in its header and no
- * pixels. All arguments are passed by reference.
+ * count by their absolute values, and their signs carry flags that each writer explains. A
+ * rectangle set by qqpclp takes the place of the size, the flags stay. A rectangle without pixels
+ * gives a file with those numbers in its header and no pixels. All arguments are passed by
+ * reference.
+ *
+ * What goes wrong without a status:
+ *
+ *   the size     is not held against the page. What lies beyond it is written as 0, which is black
+ *                or palette entry 0, on a white page too. Pass the size that qqvini got or gave.
+ *   the device   A positive number makes PNG, GIF, TIFF and BMP write palette indices: of an RGBA
+ *                raster those of the nearest colours of the table that qqvvlt loaded, not the
+ *                colours that were drawn. Pass a negative device for true colours, or a negative
+ *                height for a palette of the colours that are there; GIF wants both negative.
+ *   the palette  is the caller's, not the device's: pass the table that qqvvlt got. Its words are
+ *                0xRRGGBB; packed colours 0x01BBGGRR, as qqvclr takes them, come out with red and
+ *                blue exchanged.
+ *   the order    of bytes is believed: a wrong one gives a file that no program reads. 1 is right
+ *                for every writer on hosts that store the low byte first, such as every x86.
+ *   the clip     of qqpclp stays in force for every later picture, until it is switched off.
  *
  * Statuses of all writers: 0 done; -1 the file cannot be opened, or there is no drawing record yet
  * (qqvini makes it), and no file was touched; -2 no memory; -9 there is no such device in this
@@ -25,8 +40,9 @@
 extern "C" {
 #endif
 
-/* Sets the rectangle that all later writers write: columns x to x + width - 1, rows y to
- * y + height - 1, while enabled is not 0. With enabled 0 they write the whole picture again. */
+/* Sets the rectangle that all later writers write, whatever size they are called with: columns x to
+ * x + width - 1, rows y to y + height - 1, while enabled is not 0. With enabled 0 they write the
+ * whole picture again. */
 QUORIX_API int32_t qqpclp(const int32_t *x, const int32_t *y, const int32_t *width,
                           const int32_t *height, const int32_t *enabled);
 
@@ -52,12 +68,15 @@ QUORIX_API int32_t qqpppm(const char *file, const int32_t *device, const int32_t
  *          palette of up to 256 colours that is computed from them
  * palette  |colours| words 0xRRGGBB, written as the palette of an indexed picture of positive
  *          height; otherwise not read
- * colours  entries of the palette chunk by absolute value, for PNG readers from 1 to 256; negative:
- *          write into memory. A computed palette of fewer entries is filled up with black
+ * colours  entries of the palette chunk by absolute value; negative: write into memory. Programs
+ *          refuse or misread indexed pictures with 0 or more than 256 entries, or with an index
+ *          that has no entry; no status warns of that: 256 is right for every picture. A computed
+ *          palette of fewer entries is filled up with black
  * status   file: 0 done, -1, -2 and -9 as above, -3 to -5 the compressor failed (at its start, in
  *          its work, at its end).
- *          memory: on entry the room in `target` in bytes; on return the bytes of the picture, or
- *          0 if they do not fit or there is nothing to read. Room 0 stores nothing and gives the
+ *          memory: on entry the room in `target` in bytes, to be set anew for each call; on return
+ *          the bytes of the picture, or 0 if they do not fit or there is nothing to read. Room 0
+ *          (also by a status left from a call before) stores nothing and gives the
  *          bytes needed (`target` may be null then). Any other failure shows as a smaller count
  *          than the picture needs */
 QUORIX_API int32_t qqppng(char *target, const int32_t *device, const int32_t *order,
@@ -69,13 +88,13 @@ QUORIX_API int32_t qqppng(char *target, const int32_t *device, const int32_t *or
  *
  * file           name of the file, replaced if it exists
  * device         see above; negative: a true colour raster, which gets a palette computed. Then
- *                height has to be negative too
+ *                height has to be negative too, or the picture comes out as noise
  * order          0 writes the words of width and height with their bytes turned; on a host that
  *                stores the low byte first, such as every x86, pass another value
  * width, height  size in pixels, of which the file keeps the low 16 bits; a negative height says
  *                that the device holds true colours. With a window that is enough to have a palette
  *                computed; of the raster's colours the bytes are taken for indices if device is
- *                positive
+ *                positive, which is noise too: pass both negative, or neither
  * palette        256 words 0xRRGGBB; not read where one is computed
  * unused         not read, may be null
  * background     index of the background colour
@@ -101,7 +120,8 @@ QUORIX_API int32_t qqpgif(const char *file, const int32_t *device, const int32_t
  *             height, in the bilevel form. Otherwise not read
  * form        negative: bilevel, whatever device says
  * resolution  on entry pixels per inch; negative: per centimetre; 0: 100 per inch. On return the
- *             status, see above. After -2 the file has all but the pixels and what precedes them */
+ *             status, see above: set it anew for each call, or the next file has 100 per inch.
+ *             After -2 the file has all but the pixels and what precedes them */
 QUORIX_API int32_t qqptif(const char *file, const int32_t *device, const int32_t *order,
                           const int32_t *width, const int32_t *height, const uint32_t *palette,
                           const int32_t *form, int32_t *resolution);
@@ -117,8 +137,9 @@ QUORIX_API int32_t qqptif(const char *file, const int32_t *device, const int32_t
  * width, height  size in pixels; a negative height says that the device holds true colours, so that
  *                8 bits per pixel get a palette computed
  * palette        `colours` words 0xRRGGBB; not read where one is computed, and with 24 bits
- * colours        entries of the colour table, not used with 24 bits. Readers want 256, or fewer if
- *                no index is larger. A computed palette of fewer colours is filled up with black
+ * colours        entries of the colour table, not used with 24 bits. Programs want 256, or fewer
+ *                if no index is larger; with too few they refuse the file or show black. A computed
+ *                palette of fewer colours is filled up with black
  * status         see above. After -2 the file holds its header */
 QUORIX_API int32_t qqpbmp(const char *file, const int32_t *device, const int32_t *order,
                           const int32_t *width, const int32_t *height, const uint32_t *palette,
