@@ -84,4 +84,19 @@ bool end_inflate(InflateRun *run) {
   return ended;
 }
 
+// Not by a run: the stream has no header, which zlib has to know at the start.
+bool inflate_block(const uint8_t *bytes, size_t count, uint8_t *output, size_t size) {
+  if (count > most_at_once || size > most_at_once) return false;
+  z_stream stream = {};
+  use_memory_gate(&stream);
+  stream.next_in = const_cast<uint8_t *>(bytes);  // zlib does not write to it
+  stream.avail_in = static_cast<uInt>(count);
+  stream.next_out = output;
+  stream.avail_out = static_cast<uInt>(size);
+  if (inflateInit2(&stream, -MAX_WBITS) != Z_OK) return false;
+  const int result = inflate(&stream, Z_FINISH);
+  inflateEnd(&stream);
+  return result == Z_STREAM_END && stream.avail_out == 0;
+}
+
 }  // namespace quorix

@@ -52,4 +52,8 @@ size_t run_inflate(InflateRun *run, uint8_t *output, size_t room);
 // Releases what the run holds; false if that goes wrong. A run that was not started is fine.
 bool end_inflate(InflateRun *run);
 
+// All of a bare deflate stream (RFC 1951) that unpacks to exactly `size` bytes. False if it does
+// not, or for want of memory.
+bool inflate_block(const uint8_t *bytes, size_t count, uint8_t *output, size_t size);
+
 }  // namespace quorix

@@ -38,11 +38,20 @@ enum BdfStatus : int32_t { bdf_done = 0, bdf_no_file = 1, bdf_no_memory = 2 };
 
 // ---- bdf_file.cpp
 
-// Reads a file into a new font, which the caller releases; none with another status than bdf_done.
+// Reads a file, or the text of one, into a new font, which the caller releases; none with another
+// status than bdf_done.
 BdfStatus read_bdf_font(const char *path, BdfFont **font);
+BdfStatus read_bdf_text(const uint8_t *text, size_t size, BdfFont **font);
 void release_bdf_font(BdfFont *font);
 
 // The first glyph of the file with this encoding, or null.
 const BdfGlyph *find_bdf_glyph(const BdfFont &font, int32_t encoding);
+
+// ---- bdf_places.cpp
+
+// The same for the font of this name (as "helve10") where its file is not in the install directory:
+// from the folders beside the library and the program, at last from the library itself.
+BdfStatus read_bdf_font_beside(const char *name, BdfFont **font);
+BdfStatus read_built_in_font(const char *name, BdfFont **font);
 
 }  // namespace quorix

@@ -225,23 +225,33 @@ void index_glyphs(BdfFont *font) {
   }
 }
 
+BdfStatus read_font(BdfReader *reader, BdfFont **font) {
+  void *const block = allocate_bytes(sizeof(BdfFont));
+  if (block == nullptr) return bdf_no_memory;
+  reader->font = new (block) BdfFont{};
+  const BdfStatus status = read_lines(reader);
+  if (status != bdf_done) {
+    release_bdf_font(reader->font);
+    return status;
+  }
+  index_glyphs(reader->font);
+  *font = reader->font;
+  return bdf_done;
+}
+
 }  // namespace
 
 BdfStatus read_bdf_font(const char *path, BdfFont **font) {
   *font = nullptr;
   BdfReader reader = {};
-  if (!open_source(&reader.source, path)) return bdf_no_file;
-  void *const block = allocate_bytes(sizeof(BdfFont));
-  if (block == nullptr) return bdf_no_memory;
-  reader.font = new (block) BdfFont{};
-  const BdfStatus status = read_lines(&reader);
-  if (status != bdf_done) {
-    release_bdf_font(reader.font);
-    return status;
-  }
-  index_glyphs(reader.font);
-  *font = reader.font;
-  return bdf_done;
+  return open_source(&reader.source, path) ? read_font(&reader, font) : bdf_no_file;
+}
+
+BdfStatus read_bdf_text(const uint8_t *text, size_t size, BdfFont **font) {
+  *font = nullptr;
+  BdfReader reader = {};
+  open_memory_source(&reader.source, text, size);
+  return read_font(&reader, font);
 }
 
 void release_bdf_font(BdfFont *font) {

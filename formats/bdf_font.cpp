@@ -2,7 +2,9 @@
 //
 // qqbdf1 and qqbdf1n: the choice of a bitmap font, and its file.
 //
-// The drawing record owns the loaded fonts; they go with it.
+// The drawing record owns the loaded fonts; they go with it. A font that came from no file, but
+// from inside the library, counts as not loaded: it serves, and each selection looks for a file
+// again.
 #include <algorithm>
 
 #include "base/char_codes.h"
@@ -65,16 +67,37 @@ void release_bdf_fonts(OutputContext *context) {
   context->fonts.bdf_current = nullptr;
 }
 
+BdfStatus read_font_file(const char *name, const char *directory, bool use_directory,
+                         BdfFont **font) {
+  char path[path_limit + 1];
+  make_path(path, directory, use_directory, name);
+  const BdfStatus status = read_bdf_font(path, font);
+  return status == bdf_no_file ? read_bdf_font_beside(name, font) : status;
+}
+
+void keep_font(OutputContext *context, int32_t number, BdfFont *font) {
+  BdfFont *&kept = context->fonts.bdf_fonts[number];
+  if (kept != font) release_bdf_font(kept);
+  kept = font;
+  release_with_context(context, release_bdf_fonts);
+}
+
 // A font that cannot be loaded takes the place of the current one all the same: none is current.
 int32_t load_font(OutputContext *context, int32_t number, const char *directory,
                   bool use_directory) {
-  char path[path_limit + 1];
-  make_path(path, directory, use_directory, font_files[number].name);
-  const BdfStatus status = read_bdf_font(path, &context->fonts.bdf_current);
+  const char *const name = font_files[number].name;
+  context->fonts.bdf_current = nullptr;
+  BdfFont *font = nullptr;
+  BdfStatus status = read_font_file(name, directory, use_directory, &font);
+  const bool without_file = status == bdf_no_file;
+  if (without_file) {
+    font = context->fonts.bdf_fonts[number];
+    status = font != nullptr ? bdf_done : read_built_in_font(name, &font);
+  }
   if (status != bdf_done) return status;
-  context->fonts.bdf_fonts[number] = context->fonts.bdf_current;
-  context->fonts.bdf_loaded[number] = 1;
-  release_with_context(context, release_bdf_fonts);
+  keep_font(context, number, font);
+  context->fonts.bdf_loaded[number] = without_file ? 0 : 1;
+  context->fonts.bdf_current = font;
   return bdf_done;
 }
 

@@ -27,6 +27,13 @@ bool environment_value(const char *name, char *buffer, size_t size);
 // that an installed tree can be moved. False where there is none; the buffer stays as it was then.
 bool find_install_directory(char *buffer, size_t size);
 
+// The folder of the file that this library was loaded from, and that of the program; of the static
+// library both are the program's. Whole paths without a separator at their end, in UTF-8 on Windows
+// (base/file_names.h). False where the system does not tell, or `size` cells are too few; the
+// buffer stays as it was then.
+bool folder_of_library(char *buffer, size_t size);
+bool folder_of_program(char *buffer, size_t size);
+
 // ---- system_posix.cpp, system_windows.cpp
 
 // Hands the messages that wait for this thread's windows to them.

@@ -37,11 +37,15 @@ extern "C" {
  * widths  233 entries; widths[c - 32] receives the width of character c, from 32 to 264, in tenths
  *         of a pixel, 0 where the font lacks it; left alone with another status than 0, but all 0
  *         where nothing was drawn yet
- * status  0 done; 1 no such family, no font file, or nothing was drawn yet; 2 no memory
+ * status  0 done; 1 no such family, or nothing was drawn yet; 2 no memory
  *
- * The file is fonts/<family><size>.bdf, as in complx10.bdf, in the install directory that qqgenv
- * gives for "QUORIX". A font that is loaded is not read again. After a status of 1 or 2 from a file
- * no font is current, and the next call tries the file again.
+ * The file is <family><size>.bdf, as in complx10.bdf. It is looked for, in this order,
+ *   in fonts under the install directory that qqgenv gives for "QUORIX";
+ *   in fonts, share/quorix/fonts and ../share/quorix/fonts, seen from the folder of the shared
+ *   library, and then from that of the program.
+ * Where there is none, the library's own copy of the twelve fonts serves, so that a font is never
+ * missing. A font that was loaded from a file is not read again; with the library's copy each call
+ * looks for a file anew. After a status of 2 no font is current.
  *
  * Format: Glyph Bitmap Distribution Format (BDF) 2.1, Adobe Systems, 1993. */
 QUORIX_API int32_t qqbdf1(const int32_t *family, const int32_t *size, int32_t *widths,

@@ -5,6 +5,7 @@
 
 #include "quorix/fonts.h"
 #include "quorix/raster.h"
+#include "tests/support/temporary_folder.h"
 
 namespace quorix::testing {
 
@@ -72,6 +73,15 @@ Widths literal_widths(const std::vector<BdfGlyphText> &font) {
     widths[static_cast<size_t>(code) - 32] = glyph == nullptr ? 0 : 10 * glyph->dwidth;
   }
   return widths;
+}
+
+Widths own_widths(const std::string &name) {
+  return literal_widths(parse_bdf(own_font_text(name)));
+}
+
+std::string own_font_text(const std::string &name) {
+  const Bytes bytes = read_whole_file(std::string(QUORIX_SOURCE_DIR) + "/fonts/" + name + ".bdf");
+  return std::string(bytes.begin(), bytes.end());
 }
 
 }  // namespace quorix::testing

@@ -32,7 +32,10 @@ void open_page(int32_t width, int32_t height, bool rgba);
 // All bytes of it as they stand in memory, gathered lines not among them.
 Bytes page_bytes();
 
-// The widths that a font must give.
+// The widths that a font must give, and those of a font that comes with the library, by its file.
 Widths literal_widths(const std::vector<BdfGlyphText> &font);
+Widths own_widths(const std::string &name);
+// The text of such a file.
+std::string own_font_text(const std::string &name);
 
 }  // namespace quorix::testing

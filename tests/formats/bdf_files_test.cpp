@@ -22,12 +22,6 @@ const Row rows[] = {{"complx10", 1, 10}, {"complx12", 1, 12}, {"complx14", 1, 14
                     {"simplx12", 2, 12}, {"simplx14", 2, 14}, {"helve10", 3, 10},
                     {"helve12", 3, 12},  {"helve14", 3, 14},  {"helve18", 3, 18}};
 
-std::string text_of_font(const std::string &name) {
-  const std::string file = std::string(QUORIX_SOURCE_DIR) + "/fonts/" + name + ".bdf";
-  const Bytes bytes = read_whole_file(file);
-  return std::string(bytes.begin(), bytes.end());
-}
-
 class BdfFonts : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -42,7 +36,7 @@ TEST_F(BdfFonts, TellTheWidthsOfTheirFiles) {
   for (const Row &row : rows) {
     const Selected selected = select_font(row.family, row.size);
     ASSERT_EQ(selected.status, 0) << row.name;
-    EXPECT_EQ(selected.widths, literal_widths(parse_bdf(text_of_font(row.name)))) << row.name;
+    EXPECT_EQ(selected.widths, literal_widths(parse_bdf(own_font_text(row.name)))) << row.name;
   }
 }
 
@@ -59,7 +53,7 @@ TEST_F(BdfFonts, HaveEveryCharacter) {
 
 TEST_F(BdfFonts, DrawEveryCharacter) {
   for (const Row &row : rows) {
-    const std::vector<BdfGlyphText> font = parse_bdf(text_of_font(row.name));
+    const std::vector<BdfGlyphText> font = parse_bdf(own_font_text(row.name));
     ASSERT_EQ(select_font(row.family, row.size).status, 0);
     qqvclr(7);
     for (const int32_t angle : {0, 33, 90, 180, 270}) {
@@ -78,7 +72,7 @@ TEST_F(BdfFonts, DrawEveryCharacter) {
 // Capital A stands on the base line and is as high as the font is called, within a pixel.
 TEST_F(BdfFonts, HaveTheHeightOfTheirNames) {
   for (const Row &row : rows) {
-    const std::vector<BdfGlyphText> font = parse_bdf(text_of_font(row.name));
+    const std::vector<BdfGlyphText> font = parse_bdf(own_font_text(row.name));
     const BdfGlyphText *glyph = own_glyph(font, 'A');
     EXPECT_EQ(glyph->y_offset, 0) << row.name;
     EXPECT_LE(std::abs(glyph->height - row.size), 1) << row.name;
@@ -88,7 +82,7 @@ TEST_F(BdfFonts, HaveTheHeightOfTheirNames) {
 // What a row sets beyond the glyph's width would be drawn all the same.
 TEST_F(BdfFonts, HavePaddingOfZeroes) {
   for (const Row &row : rows) {
-    for (const BdfGlyphText &glyph : parse_bdf(text_of_font(row.name))) {
+    for (const BdfGlyphText &glyph : parse_bdf(own_font_text(row.name))) {
       for (const Pixel &pixel : literal_pixels(glyph, 0, 0, 0))
         ASSERT_LT(pixel.x, glyph.x_offset + glyph.width) << row.name << " " << glyph.encoding;
       for (const std::string &digits : glyph.rows) {
@@ -101,7 +95,7 @@ TEST_F(BdfFonts, HavePaddingOfZeroes) {
 
 TEST_F(BdfFonts, DrawAnUnknownCharacterAsTheir33rdGlyph) {
   for (const Row &row : rows) {
-    const std::vector<BdfGlyphText> font = parse_bdf(text_of_font(row.name));
+    const std::vector<BdfGlyphText> font = parse_bdf(own_font_text(row.name));
     ASSERT_EQ(select_font(row.family, row.size).status, 0);
     qqvclr(7);
     qqvers();
