@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// How a target stores a pixel: one small record per layout, for the loops that are templates over
-// them.
+// What a target stores for a colour: one small record per layout (core/bitmap_pixels.h), for the
+// loops that are templates over them.
 //
 // `ink` makes of a colour, and `index_ink` of a palette index, what `put` stores, so that a loop in
 // one colour does this once. Formats that can blend have `get`, which gives the three channels in
@@ -10,14 +10,11 @@
 
 #include <cstring>
 
+#include "core/bitmap_pixels.h"
 #include "depth/depth.h"
 #include "raster/raster.h"
 
 namespace quorix {
-
-struct Rgb {
-  uint8_t r, g, b;
-};
 
 // Pure black for pure white and the other way round, for pictures that are printed.
 inline Rgb swap_black_white_pixel(Rgb p) {
@@ -32,77 +29,40 @@ inline Rgb palette_colour(const OutputContext *context, int32_t index) {
           context->colours.palette_b[i]};
 }
 
-struct RgbaPixels {
+struct RgbaPixels : RgbaLayout {
   static constexpr bool blends = true;
   const OutputContext *context;
-  uint8_t *base;
-  size_t row_bytes;
 
-  explicit RgbaPixels(const Target &t)
-      : context(t.context), base(t.bitmap.base), row_bytes(t.bitmap.row_bytes) {}
-  uint8_t *at(int32_t x, int32_t y) const {
-    return base + static_cast<size_t>(y) * row_bytes + static_cast<size_t>(x) * 4;
-  }
+  explicit RgbaPixels(const Target &t) : RgbaLayout(t.bitmap), context(t.context) {}
   uint32_t ink(Rgb c) const { return pack_rgba(c.r, c.g, c.b, context->colours.colour_alpha); }
   uint32_t index_ink(int32_t index) const { return ink(palette_colour(context, index)); }
   void put(int32_t x, int32_t y, uint32_t ink) const { store_word(at(x, y), ink); }
-  Rgb get(int32_t x, int32_t y) const {
-    const uint8_t *p = at(x, y);
-    return {p[0], p[1], p[2]};
-  }
 };
 
-// Windows of 24 and 32 bits; a fourth byte stays as it is.
-struct BgrPixels {
+struct BgrPixels : BgrLayout {
   static constexpr bool blends = true;
   const OutputContext *context;
-  uint8_t *base;
-  size_t row_bytes;
-  size_t step;
 
-  explicit BgrPixels(const Target &t)
-      : context(t.context),
-        base(t.bitmap.base),
-        row_bytes(t.bitmap.row_bytes),
-        step(t.bitmap.bits == 24 ? 3 : 4) {}
-  uint8_t *at(int32_t x, int32_t y) const {
-    return base + static_cast<size_t>(y) * row_bytes + static_cast<size_t>(x) * step;
-  }
+  explicit BgrPixels(const Target &t) : BgrLayout(t.bitmap), context(t.context) {}
   static Rgb ink(Rgb c) { return c; }
   Rgb index_ink(int32_t index) const { return palette_colour(context, index); }
-  void put(int32_t x, int32_t y, Rgb ink) const {
-    uint8_t *p = at(x, y);
-    p[0] = ink.b;
-    p[1] = ink.g;
-    p[2] = ink.r;
-  }
-  Rgb get(int32_t x, int32_t y) const {
-    const uint8_t *p = at(x, y);
-    return {p[2], p[1], p[0]};
-  }
+  void put(int32_t x, int32_t y, Rgb ink) const { put_rgb(x, y, ink); }
 };
 
-// Palette rasters, and windows on palette displays, whose bytes stand for indices.
-struct IndexPixels {
+// On palette displays bytes stand for indices.
+struct IndexPixels : IndexLayout {
   static constexpr bool blends = false;
   const OutputContext *context;
-  uint8_t *base;
-  size_t row_bytes;
   uint8_t (*index_to_pixel)(const OutputContext *context, int32_t index);
 
   explicit IndexPixels(const Target &t)
-      : context(t.context),
-        base(t.bitmap.base),
-        row_bytes(t.bitmap.row_bytes),
-        index_to_pixel(t.device->index_to_pixel) {}
+      : IndexLayout(t.bitmap), context(t.context), index_to_pixel(t.device->index_to_pixel) {}
   uint8_t ink(Rgb c) const { return index_ink(cached_nearest_colour(context, c.r, c.g, c.b)); }
   uint8_t index_ink(int32_t index) const {
     const int32_t i = index & 255;
     return index_to_pixel == nullptr ? static_cast<uint8_t>(i) : index_to_pixel(context, i);
   }
-  void put(int32_t x, int32_t y, uint8_t ink) const {
-    base[static_cast<size_t>(y) * row_bytes + static_cast<size_t>(x)] = ink;
-  }
+  void put(int32_t x, int32_t y, uint8_t ink) const { put_byte(x, y, ink); }
 };
 
 // Windows of 16 bits, which draw one pixel at a time.

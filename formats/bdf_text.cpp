@@ -11,6 +11,7 @@
 #include "base/char_codes.h"
 #include "base/numbers.h"
 #include "base/trig.h"
+#include "core/bitmap_pixels.h"
 #include "core/device.h"
 #include "formats/bdf.h"
 #include "quorix/fonts.h"
@@ -128,26 +129,25 @@ void draw_by_set_pixel(OutputContext *context, const DeviceBitmap &bitmap, const
 }
 
 // Three bytes of each pixel; a fourth, the raster's alpha too, stays as it is.
+template <class Layout>
+void draw_rgb(const OutputContext &context, const Layout &pixels, const Text &text,
+              const Bounds &bounds) {
+  const Colours &colours = context.colours;
+  const Rgb colour = {colours.colour_r, colours.colour_g, colours.colour_b};
+  draw_glyph(text, bounds, [&](int32_t x, int32_t y) { pixels.put_rgb(x, y, colour); });
+}
+
 void draw_in_memory(const OutputContext &context, const DeviceBitmap &bitmap, const Text &text,
                     uint8_t index) {
   const Bounds bounds = page_bounds(context, bitmap);
-  const auto step = static_cast<size_t>(bitmap.bits / 8);
-  const auto at = [&bitmap, step](int32_t x, int32_t y) {
-    return bitmap.base + static_cast<size_t>(y) * bitmap.row_bytes + static_cast<size_t>(x) * step;
-  };
-  if (bitmap.order == PixelOrder::index) {
-    return draw_glyph(text, bounds, [&](int32_t x, int32_t y) { *at(x, y) = index; });
+  if (bitmap.order == PixelOrder::rgba) {
+    draw_rgb(context, RgbaLayout(bitmap), text, bounds);
+  } else if (bitmap.order == PixelOrder::bgr) {
+    draw_rgb(context, BgrLayout(bitmap), text, bounds);
+  } else {
+    const IndexLayout pixels(bitmap);
+    draw_glyph(text, bounds, [&](int32_t x, int32_t y) { pixels.put_byte(x, y, index); });
   }
-  const bool rgba = bitmap.order == PixelOrder::rgba;
-  const uint8_t first = rgba ? context.colours.colour_r : context.colours.colour_b;
-  const uint8_t second = context.colours.colour_g;
-  const uint8_t third = rgba ? context.colours.colour_b : context.colours.colour_r;
-  draw_glyph(text, bounds, [&](int32_t x, int32_t y) {
-    uint8_t *const pixel = at(x, y);
-    pixel[0] = first;
-    pixel[1] = second;
-    pixel[2] = third;
-  });
 }
 
 void draw_on_device(OutputContext *context, int32_t number, const Text &text) {
