@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 """Counts what the tests of some builds gave, and prints one line: N passed, N failed.
 
-    count_tests.py [--broken N] BUILD_FOLDER...
+    count_tests.py [--passed N] [--broken N] [BUILD_FOLDER...]
 
 A GoogleTest program (label "gtest") counts by its test cases, any other test as one. A program
 that failed without telling of a failed case (a crash, a time limit, an early end) counts as one
@@ -95,12 +95,13 @@ def count_build(folder):
 
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument("--broken", type=int, default=0, help="failures to add")
-    parser.add_argument("folders", nargs="+", type=pathlib.Path)
+    parser.add_argument("--passed", type=int, default=0, help="what passed beside the tests")
+    parser.add_argument("--broken", type=int, default=0, help="what failed beside the tests")
+    parser.add_argument("folders", nargs="*", type=pathlib.Path)
     arguments = parser.parse_args()
 
     total = Count()
-    total.failed = arguments.broken
+    total.passed, total.failed = arguments.passed, arguments.broken
     for folder in arguments.folders:
         count = count_build(folder)
         print(f"{folder.name}: {count.passed + count.failed} tests, {count.failed or 'none'} failed")

@@ -81,6 +81,10 @@ class CountTests(unittest.TestCase):
         self.write([("good", "run", None)])
         self.expect("1 passed, 1 failed", 1, "--broken", "1")
 
+    def test_what_passed_elsewhere_is_added(self):
+        self.write([("good", "run", None)])
+        self.expect("3 passed, 0 failed", 0, "--passed", "2")
+
 
 if __name__ == "__main__":
     unittest.main()
