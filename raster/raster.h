@@ -96,6 +96,15 @@ void draw_disc(const Surface<Pixel> &s, int32_t cx, int32_t cy, int32_t r, bool 
 void draw_disc(const OutputContext *context, int32_t cx, int32_t cy, int32_t r,
                int32_t upper_half_only);
 
+// ---- symbols.cpp
+// The round ones among the markers; the others are strokes.
+inline constexpr int32_t symbol_circle = 15;
+inline constexpr int32_t symbol_disc = 21;
+inline constexpr int32_t symbol_half_circle = 22;
+inline constexpr int32_t symbol_half_disc = 23;
+// A marker of half size h, within the clip rectangle.
+void draw_symbol(OutputContext *context, int32_t symbol, int32_t x, int32_t y, int32_t h);
+
 // ---- polygon.cpp
 // Most crossings of one row that are kept; what comes after them in edge order is dropped.
 inline constexpr int32_t max_crossings = 99;

@@ -14,10 +14,6 @@ namespace quorix {
 namespace {
 
 constexpr int32_t max_corners = 9;
-constexpr int32_t symbol_circle = 15;
-constexpr int32_t symbol_disc = 21;
-constexpr int32_t symbol_half_circle = 22;
-constexpr int32_t symbol_half_disc = 23;
 
 // A corner in halves of the symbol's size: h to either side, and q, half of that, for octagons.
 enum Offset : int8_t { minus_h, minus_q, zero, plus_q, plus_h };
@@ -202,6 +198,8 @@ void draw_round_symbol(const OutputContext *context, int32_t symbol, int32_t x, 
   });
 }
 
+}  // namespace
+
 void draw_symbol(OutputContext *context, int32_t symbol, int32_t x, int32_t y, int32_t h) {
   if (symbol == symbol_circle || (symbol >= symbol_disc && symbol <= symbol_half_disc)) {
     draw_round_symbol(context, symbol, x, y, h);
@@ -209,8 +207,6 @@ void draw_symbol(OutputContext *context, int32_t symbol, int32_t x, int32_t y, i
     draw_strokes(context, symbol, x, y, h);
   }
 }
-
-}  // namespace
 
 }  // namespace quorix
 
