@@ -19,6 +19,7 @@
 #include "fonts.h"
 #include "imagein.h"
 #include "imageout.h"
+#include "interaction.h"
 #include "pdf.h"
 #include "raster.h"
 #include "status.h"
