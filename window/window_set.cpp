@@ -3,6 +3,7 @@
 // The window device's record: birth, defaults and end.
 #include "window/window_set.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -10,6 +11,7 @@
 #include "core/output_context.h"
 #include "platform/callbacks.h"
 #include "platform/message.h"
+#include "window/window.h"
 
 namespace quorix {
 
@@ -47,6 +49,19 @@ void restore_defaults(OutputContext *context) {
   if (context->window.window_set != nullptr) {
     context->window.window_set->pen_style = default_pen_style;
   }
+}
+
+int32_t open_slot_of(const WindowSet *set, WindowId window) {
+  if (window == no_window) return no_slot;
+  for (int32_t i = 0; i < window_slot_count; ++i) {
+    if (set->slots[i].open && set->slots[i].window == window) return i;
+  }
+  return no_slot;
+}
+
+bool any_window_open(const WindowSet *set) {
+  return std::any_of(set->slots, set->slots + window_slot_count,
+                     [](const WindowSlot &slot) { return slot.open; });
 }
 
 }  // namespace quorix

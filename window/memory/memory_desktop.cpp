@@ -7,7 +7,7 @@
 
 #include "base/files.h"
 #include "base/memory.h"
-#include "window/memory/memory_windows.h"
+#include "window/memory/window_table.h"
 #include "window/window_events.h"
 
 namespace quorix {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "window/memory/memory_windows.h"
+#include "window/memory/window_table.h"
 
 #include "base/memory.h"
 
