@@ -8,25 +8,17 @@
 
 #include "base/numbers.h"
 #include "quorix/raster.h"
+#include "raster/pixel_rows.h"
 #include "raster/raster.h"
 
 namespace quorix {
 
 namespace {
 
-constexpr int64_t rgb_bytes = 3;
-
-// The part of a row that lies on the page.
-struct RowPart {
-  int64_t skipped;  // pixels before it
-  int64_t count;    // 0 where the row misses the page
-};
-
 RowPart part_on_page(const OutputContext *context, int64_t x, int64_t y, int64_t count) {
-  if (!has_raster(context) || y < 0 || y >= context->buffers.raster.page.height) return {0, 0};
-  const int64_t first = std::max<int64_t>(x, 0);
-  const int64_t end = std::min<int64_t>(x + count, context->buffers.raster.page.width);
-  return end > first ? RowPart{first - x, end - first} : RowPart{0, 0};
+  if (!has_raster(context)) return {0, 0};
+  const RasterPage &page = context->buffers.raster.page;
+  return row_part(x, y, count, page.width, page.height);
 }
 
 uint8_t *raster_at(const OutputContext *context, int64_t x, int64_t y) {
@@ -34,47 +26,7 @@ uint8_t *raster_at(const OutputContext *context, int64_t x, int64_t y) {
   return context->buffers.raster.pixels + (y * context->buffers.raster.page.width + x) * bytes;
 }
 
-// ---- Writing: `skip` tells the transparent pixels, which stay as they were
-
-template <class Store>
-void write_triples(const OutputContext *context, const uint8_t *from, int64_t count, Store store) {
-  const bool masked = context->colours.transparent_colour != -1;
-  const uint8_t tr = context->colours.transparent_r;
-  const uint8_t tg = context->colours.transparent_g;
-  const uint8_t tb = context->colours.transparent_b;
-  for (int64_t i = 0; i < count; ++i, from += rgb_bytes) {
-    if (masked && from[0] == tr && from[1] == tg && from[2] == tb) continue;
-    store(i, from[0], from[1], from[2]);
-  }
-}
-
-template <class Store>
-void write_indices(const OutputContext *context, const uint8_t *from, int64_t count, Store store) {
-  const int32_t transparent = context->colours.transparent_colour;
-  for (int64_t i = 0; i < count; ++i) {
-    if (transparent != -1 && from[i] == transparent) continue;
-    store(i, from[i]);
-  }
-}
-
-// The nearest index of a colour, the last one remembered: pictures are made of runs.
-class NearestIndex {
- public:
-  explicit NearestIndex(const OutputContext *context) : context_(context) {}
-  uint8_t operator()(uint8_t r, uint8_t g, uint8_t b) {
-    const uint32_t colour = pack_rgba(r, g, b, 1);
-    if (colour != colour_) {
-      colour_ = colour;
-      index_ = static_cast<uint8_t>(cached_nearest_colour(context_, r, g, b));
-    }
-    return index_;
-  }
-
- private:
-  const OutputContext *context_;
-  uint32_t colour_ = 0;  // alpha 0: none yet
-  uint8_t index_ = 0;
-};
+// ---- Writing
 
 // The whole table as RGBA pixels.
 struct RgbaTable {

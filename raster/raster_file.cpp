@@ -23,7 +23,6 @@ enum Status : int32_t { done = 0, not_opened = 1, no_memory = 2, bad_file = 3 };
 
 constexpr int32_t index_bits = 8;
 constexpr int32_t rgb_bits = 24;
-constexpr int32_t type_older_index = 0;
 
 // ---- Saving
 
@@ -58,25 +57,6 @@ Status save_raster(OutputContext *context, const char *file_name) {
 
 // ---- Loading
 
-// Indices of older files have 128 levels: 0, 1, 2 become 0, 1, 3.
-void convert_older_indices(uint8_t *indices, size_t count, int32_t offset) {
-  for (size_t i = 0; i < count; ++i) {
-    const int64_t v = static_cast<int64_t>(indices[i]) - offset;
-    indices[i] = v == 0 ? 0 : static_cast<uint8_t>((2 * v - 1) & 255);
-  }
-}
-
-// Triples from pixels of four bytes. Types without a known order leave the zeros that are there.
-void convert_quads(const uint8_t *quads, uint8_t *triples, int32_t count, int32_t pixel_type) {
-  const bool blue_first = pixel_type == 4 || pixel_type == 7;
-  if (!blue_first && pixel_type != 5 && pixel_type != 6) return;
-  for (int32_t i = 0; i < count; ++i, quads += 4, triples += 3) {
-    triples[0] = quads[blue_first ? 2 : 0];
-    triples[1] = quads[1];
-    triples[2] = quads[blue_first ? 0 : 2];
-  }
-}
-
 struct RasterLoad {
   OutputContext *context;
   std::FILE *file;
@@ -85,15 +65,6 @@ struct RasterLoad {
   int32_t rows, cols;
   bool older;  // indices to be converted
 };
-
-// Bytes from the read position to the end of the file.
-size_t bytes_left(std::FILE *file) {
-  const int64_t here = file_gate.tell(file);
-  if (here < 0 || file_gate.seek(file, 0, SEEK_END) != 0) return 0;
-  const int64_t end = file_gate.tell(file);
-  if (file_gate.seek(file, here, SEEK_SET) != 0 || end < here) return 0;
-  return static_cast<size_t>(end - here);
-}
 
 // The file fits the raster byte for byte.
 void load_whole(const RasterLoad &load) {
@@ -171,9 +142,10 @@ Status load_raster(OutputContext *context, const char *file_name) {
   load.context = context;
   load.file = file.get();
   if (!read_raster_header(load.file, &load.header)) return bad_file;
+  if (!is_common_depth(load.header.bits_stored)) return bad_file;
   const RasterPage &page = context->buffers.raster.page;
   const RasterFileHeader &header = load.header;
-  load.older = header.bits_stored == index_bits && header.pixel_type == type_older_index;
+  load.older = header.bits_stored == index_bits && header.pixel_type == pixels_older_index;
   load.rows = std::min(header.height, page.height);
   load.cols = std::min(header.width, page.width);
   load.row_bytes = std::min(static_cast<size_t>(header.bytes_per_row), bytes_left(load.file));
@@ -185,6 +157,31 @@ Status load_raster(OutputContext *context, const char *file_name) {
 }
 
 }  // namespace
+
+void convert_older_indices(uint8_t *indices, size_t count, int32_t offset) {
+  for (size_t i = 0; i < count; ++i) {
+    const int64_t v = static_cast<int64_t>(indices[i]) - offset;
+    indices[i] = v == 0 ? 0 : static_cast<uint8_t>((2 * v - 1) & 255);
+  }
+}
+
+void convert_quads(const uint8_t *quads, uint8_t *triples, int32_t count, int32_t pixel_type) {
+  const bool blue_first = pixel_type == 4 || pixel_type == 7;
+  if (!blue_first && pixel_type != 5 && pixel_type != 6) return;
+  for (int32_t i = 0; i < count; ++i, quads += 4, triples += 3) {
+    triples[0] = quads[blue_first ? 2 : 0];
+    triples[1] = quads[1];
+    triples[2] = quads[blue_first ? 0 : 2];
+  }
+}
+
+size_t bytes_left(std::FILE *file) {
+  const int64_t here = file_gate.tell(file);
+  if (here < 0 || file_gate.seek(file, 0, SEEK_END) != 0) return 0;
+  const int64_t end = file_gate.tell(file);
+  if (file_gate.seek(file, here, SEEK_SET) != 0 || end < here) return 0;
+  return static_cast<size_t>(end - here);
+}
 
 }  // namespace quorix
 

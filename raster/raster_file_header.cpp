@@ -52,9 +52,7 @@ bool read_raster_header(std::FILE *file, RasterFileHeader *header) {
   int32_t index = 1;
   for (const auto field : fields)
     header->*field = read_int_token(text + fields_offset, index++);
-  const int32_t bits = header->bits_stored;
-  return (bits == 8 || bits == 24 || bits == 32) && header->width >= 0 && header->height >= 0 &&
-         header->bytes_per_row > 0;
+  return header->width >= 0 && header->height >= 0 && header->bytes_per_row > 0;
 }
 
 }  // namespace quorix

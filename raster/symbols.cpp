@@ -2,116 +2,22 @@
 //
 // Plot markers, built from strokes of the pen in force, fills, circles and discs.
 //
-// Strokes are drawn in the order of the stroke table, fills after them.
+// Each shape is filled right after its strokes.
 #include <cstddef>
 
 #include "base/numbers.h"
 #include "quorix/raster.h"
 #include "raster/raster.h"
+#include "raster/symbol_shapes.h"
 
 namespace quorix {
 
 namespace {
 
-constexpr int32_t max_corners = 9;
-
-// A corner in halves of the symbol's size: h to either side, and q, half of that, for octagons.
-enum Offset : int8_t { minus_h, minus_q, zero, plus_q, plus_h };
-
-struct Corner {
-  Offset x, y;
-};
-
-struct Stroke {
-  uint32_t symbols;  // bit i: symbol i draws it
-  int32_t corners;
-  Corner corner[max_corners];
-  int32_t filled_symbol;  // the one that fills it too, or -1
-};
-
-template <class... Symbol>
-constexpr uint32_t symbols(Symbol... number) {
-  return ((1U << number) | ...);
-}
-
-constexpr Stroke strokes[] = {
-    // plus
-    {symbols(3, 8, 9, 10, 12), 2, {{minus_h, zero}, {plus_h, zero}}, -1},
-    {symbols(3, 8, 9, 10, 12), 2, {{zero, minus_h}, {zero, plus_h}}, -1},
-    // cross
-    {symbols(4, 7, 8, 13), 2, {{minus_h, minus_h}, {plus_h, plus_h}}, -1},
-    {symbols(4, 7, 8, 13), 2, {{minus_h, plus_h}, {plus_h, minus_h}}, -1},
-    // square
-    {symbols(0, 7, 12, 14, 16),
-     5,
-     {{minus_h, minus_h},
-      {plus_h, minus_h},
-      {plus_h, plus_h},
-      {minus_h, plus_h},
-      {minus_h, minus_h}},
-     16},
-    // octagon
-    {symbols(1, 10, 13, 17),
-     9,
-     {{minus_q, minus_h},
-      {plus_q, minus_h},
-      {plus_h, minus_q},
-      {plus_h, plus_q},
-      {plus_q, plus_h},
-      {minus_q, plus_h},
-      {minus_h, plus_q},
-      {minus_h, minus_q},
-      {minus_q, minus_h}},
-     17},
-    // triangle up
-    {symbols(2, 11, 14, 18),
-     4,
-     {{zero, minus_h}, {plus_h, plus_h}, {minus_h, plus_h}, {zero, minus_h}},
-     18},
-    // triangle down
-    {symbols(6, 11, 20),
-     4,
-     {{zero, plus_h}, {minus_h, minus_h}, {plus_h, minus_h}, {zero, plus_h}},
-     20},
-    // diamond
-    {symbols(5, 9, 19),
-     5,
-     {{zero, minus_h}, {plus_h, zero}, {zero, plus_h}, {minus_h, zero}, {zero, minus_h}},
-     19},
-};
-
-int32_t moved(int32_t centre, Offset offset, int32_t h) {
-  switch (offset) {
-    case minus_h:
-      return saturated_sum(centre, -h);
-    case minus_q:
-      return saturated_sum(centre, -(h / 2));
-    case plus_q:
-      return saturated_sum(centre, h / 2);
-    case plus_h:
-      return saturated_sum(centre, h);
-    default:
-      return centre;
-  }
-}
-
-struct StrokePoints {
-  int32_t x[max_corners], y[max_corners];
-};
-
-StrokePoints place(const Stroke &stroke, int32_t x, int32_t y, int32_t h) {
-  StrokePoints points;
-  for (int32_t i = 0; i < stroke.corners; ++i) {
-    points.x[i] = moved(x, stroke.corner[i].x, h);
-    points.y[i] = moved(y, stroke.corner[i].y, h);
-  }
-  return points;
-}
-
 // The last corner repeats the first and is left out.
-void fill_stroke(const OutputContext *context, const StrokePoints &points, int32_t corners) {
-  double xs[max_corners];
-  double ys[max_corners];
+void fill_shape(const OutputContext *context, const ShapePoints &points, int32_t corners) {
+  double xs[max_shape_corners];
+  double ys[max_shape_corners];
   for (int32_t i = 0; i < corners; ++i) {
     xs[i] = points.x[i];
     ys[i] = points.y[i];
@@ -120,12 +26,12 @@ void fill_stroke(const OutputContext *context, const StrokePoints &points, int32
   fill_polygon(context, xs, ys, corners, &status);
 }
 
-void draw_strokes(OutputContext *context, int32_t symbol, int32_t x, int32_t y, int32_t h) {
-  for (const Stroke &stroke : strokes) {
-    if ((stroke.symbols >> symbol & 1U) == 0) continue;
-    const StrokePoints points = place(stroke, x, y, h);
-    render_polyline(context, points.x, points.y, stroke.corners);
-    if (stroke.filled_symbol == symbol) fill_stroke(context, points, stroke.corners);
+void draw_shapes(OutputContext *context, int32_t symbol, int32_t x, int32_t y, int32_t h) {
+  for (const SymbolShape &shape : symbol_shapes) {
+    if (!draws_shape(shape, symbol)) continue;
+    const ShapePoints points = place_shape(shape, x, y, h);
+    render_polyline(context, points.x, points.y, shape.corners);
+    if (shape.filled_symbol == symbol) fill_shape(context, points, shape.corners);
   }
 }
 
@@ -204,7 +110,7 @@ void draw_symbol(OutputContext *context, int32_t symbol, int32_t x, int32_t y, i
   if (symbol == symbol_circle || (symbol >= symbol_disc && symbol <= symbol_half_disc)) {
     draw_round_symbol(context, symbol, x, y, h);
   } else if (symbol >= 0 && symbol < symbol_disc) {
-    draw_strokes(context, symbol, x, y, h);
+    draw_shapes(context, symbol, x, y, h);
   }
 }
 
