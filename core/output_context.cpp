@@ -48,8 +48,9 @@ void release_with_context(OutputContext *context, ReleasePart release) {
 void release_output_context() {
   OutputContext *context = output_context;
   if (context == nullptr) return;
-  for (int32_t i = 0; i < context->release_count; ++i)
-    context->release[i](context);
+  // What came last may stand on what was there before.
+  for (int32_t i = context->release_count; i > 0; --i)
+    context->release[i - 1](context);
   output_context = nullptr;
   release_bytes(context);
 }

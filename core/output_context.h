@@ -34,7 +34,7 @@ struct OutputContext {
   BitmapFonts fonts;
   Options options;
   WindowState window;
-  ReleasePart release[release_capacity];  // called in turn, before the record goes
+  ReleasePart release[release_capacity];  // called before the record goes, the last one first
   int32_t release_count;
 };
 

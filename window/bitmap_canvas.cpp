@@ -274,6 +274,7 @@ const CanvasCalls bitmap_canvas_calls = {
     .read_bits = read_bits,
     .write_bits = write_bits,
     .end_access = end_access,
+    .bitmap = nullptr,
 };
 
 void release_bitmap_canvas(BitmapCanvas *c) {

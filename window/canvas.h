@@ -109,6 +109,8 @@ struct CanvasCalls {
   void (*write_bits)(Canvas *canvas, const uint8_t *bytes, size_t size);
   // Shows what begin_access made, if `show`, and takes it down.
   void (*end_access)(Canvas *canvas, bool show);
+  // The system's number of the bitmap, for callers that go on with it by themselves; 0 without one.
+  int32_t (*bitmap)(Canvas *canvas);
 };
 
 struct Canvas {

@@ -7,6 +7,7 @@
 #include "quorix/window.h"
 
 #include "raster/raster.h"
+#include "window/window_options.h"
 #include "window/window_set.h"
 
 namespace quorix {
@@ -46,39 +47,48 @@ uint8_t low_byte(int32_t value) {
 
 void set_clip_x1(Context *c, const Value &v) {
   c->page.clip_x1 = v.number;
+  store_window_clip(c);
 }
 
 void set_clip_y1(Context *c, const Value &v) {
   c->page.clip_y1 = v.number;
+  store_window_clip(c);
 }
 
 void set_clip_x2(Context *c, const Value &v) {
   c->page.clip_x2 = v.number;
+  store_window_clip(c);
 }
 
 void set_clip_y2(Context *c, const Value &v) {
   c->page.clip_y2 = v.number;
+  store_window_clip(c);
 }
 
 // Kept: 1 is off.
 void set_clip_switch(Context *c, const Value &v) {
-  c->page.clip_on = v.number == 1 ? 0 : 1;
+  const bool on = v.number != 1;
+  apply_clip(c, on);
+  c->page.clip_on = on ? 1 : 0;
 }
 
 void set_line_width(Context *c, const Value &v) {
-  c->pen.line_width = v.number;
+  set_pen_width(c, v.number);
 }
 
 void set_line_cap(Context *c, const Value &v) {
   c->pen.line_cap = v.number;
+  apply_line_style(c);
 }
 
 void set_line_join(Context *c, const Value &v) {
   c->pen.line_join = v.number;
+  apply_line_style(c);
 }
 
 void set_line_smooth(Context *c, const Value &v) {
   c->pen.line_smooth_on = low_byte(low_byte(v.number) - 1);
+  apply_line_smooth(c);
 }
 
 // ---- Colours
@@ -101,6 +111,32 @@ void set_transparent(Context *c, const Value &v) {
     colours.transparent_colour =
         nearest_colour(c, colours.transparent_r, colours.transparent_g, colours.transparent_b);
   }
+}
+
+// ---- Windows
+
+void set_own_windows(Context *c, const Value & /*v*/) {
+  use_own_windows(c);
+}
+
+void set_host_window(Context *c, const Value &v) {
+  use_host_window(c, v.handle);
+}
+
+void set_host_bitmap(Context *c, const Value &v) {
+  use_host_bitmap(c, v.handle);
+}
+
+void set_scroll_bitmap(Context *c, const Value &v) {
+  c->window.window_set->scroll_bitmap = low_byte(v.number) != 0;
+}
+
+void set_active_cursor(Context *c, const Value &v) {
+  c->window.window_set->active_cursor = v.number;
+}
+
+void set_cursor_at_end(Context *c, const Value &v) {
+  set_end_cursor(c, v.number);
 }
 
 // ---- Depth, text, all
@@ -135,11 +171,11 @@ using enum Flush;
 // Of the four edges of the clip rectangle only the left one flushes. Kept: they are always set in
 // the order of their numbers.
 constexpr Option options[] = {
-    {0, nothing, the_window_set, no_lines, nullptr},   // top-level windows
-    {1, a_handle, the_window_set, no_lines, nullptr},  // the caller's window
-    {2, a_handle, the_window_set, no_lines, nullptr},  // the caller's bitmap
+    {0, nothing, the_window_set, no_lines, set_own_windows},
+    {1, a_handle, the_window_set, no_lines, set_host_window},
+    {2, a_handle, the_window_set, no_lines, set_host_bitmap},
     {3, a_number, the_record, no_lines, set_swap_black_white},
-    {5, a_number, the_window_set, no_lines, nullptr},  // whether the caller's window scrolls
+    {5, a_number, the_window_set, no_lines, set_scroll_bitmap},
     {11, a_number, the_record, raster_lines, set_clip_x1},
     {12, a_number, the_record, no_lines, set_clip_y1},
     {13, a_number, the_record, no_lines, set_clip_x2},
@@ -147,14 +183,14 @@ constexpr Option options[] = {
     {17, nothing, the_record, no_lines, set_fine_depth},
     {18, nothing, the_record, no_lines, set_coarse_depth},
     {19, a_number, the_record, no_lines, set_alpha},
-    {20, a_number, the_window_set, no_lines, nullptr},  // the cursor of interactions
+    {20, a_number, the_window_set, no_lines, set_active_cursor},
     {21, a_number, the_record, no_lines, set_blend_over_background},
     {25, a_number, the_record, no_lines, set_text_map_level},
     {26, a_number, the_window_set, raster_lines, set_line_width},
     {27, a_number, the_window_set, current_lines, set_line_cap},
     {28, a_number, the_window_set, current_lines, set_line_join},
     {29, nothing, the_window_set, no_lines, nullptr},
-    {30, a_number, the_window_set, no_lines, nullptr},  // the cursor of windows
+    {30, a_number, the_window_set, no_lines, set_cursor_at_end},
     {32, a_number, the_record, no_lines, set_transparent},
     {33, a_number, the_window_set, current_lines, set_clip_switch},
     {34, a_number, the_record, no_lines, set_line_smooth},
@@ -184,6 +220,18 @@ void set_option(OutputContext *context, const Option &option, void *value) {
   if (option.set != nullptr) option.set(context, given);
 }
 
+// Only handles can be read, and those have 32 bits.
+int32_t read_option(const OutputContext *context, int32_t option) {
+  switch (option) {
+    case 0:
+      return current_window_handle(context);
+    case 2:
+      return current_bitmap_handle(context);
+    default:
+      return -1;
+  }
+}
+
 }  // namespace
 
 }  // namespace quorix
@@ -201,7 +249,7 @@ extern "C" int32_t qqwwid(int32_t option, void *value, int32_t set) {
   if (!reads) {
     if (row != nullptr) set_option(context, *row, value);
   } else if (value != nullptr) {
-    *static_cast<int32_t *>(value) = -1;
+    *static_cast<int32_t *>(value) = read_option(context, option);
   }
   return 0;
 }

@@ -17,8 +17,15 @@ namespace quorix {
 
 namespace {
 
+// Windows and what hangs on them first, then the record.
 void release_window_set(OutputContext *context) {
-  release_bytes(context->window.window_set);
+  WindowSet *set = context->window.window_set;
+  release_sub_windows(context);
+  tear_down_windows(context);
+  release_polygon(set);
+  if (window_family_device(context) == &plot_window_device) register_window_device(nullptr);
+  context->window.window_active = 0;
+  release_bytes(set);
   context->window.window_set = nullptr;
 }
 

@@ -79,6 +79,7 @@ struct WindowSlot {
   char *title;  // owned; null: the library writes its own
   WindowId window;
   Canvas *canvas;  // of this window, closed with it; null while OpenGL draws
+  bool has_gl;     // OpenGL has a context for it
   int32_t client_width, client_height;
   int32_t bitmap_width, bitmap_height;
   int32_t width, height;            // the drawing size
@@ -138,9 +139,11 @@ struct WindowSet {
   size_t image_size;
   BitmapInfo bitmap_info;
   bool image_compressed;
+  bool access_open;  // the canvas has handed out its bitmap
 
   // ---- Text
   bool font_selected;
+  CanvasFont font;    // the one selected
   int32_t font_lead;  // internal and external leading
   int32_t font_angle, font_size;
 

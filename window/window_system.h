@@ -120,6 +120,7 @@ struct WindowSystem {
   WindowId (*open)(const NewWindow &window, int32_t *error);
   void (*close)(WindowId window);
   bool (*exists)(WindowId window);
+  bool (*bitmap_exists)(int32_t bitmap);  // null where bitmaps have no numbers
   void (*show)(WindowId window, bool shown);
   void (*raise)(WindowId window);
   void (*focus)(WindowId window);

@@ -25,5 +25,6 @@
 #include "status.h"
 #include "system.h"
 #include "window.h"
+#include "windowpixels.h"
 
 #endif

@@ -1,6 +1,21 @@
 /* SPDX-License-Identifier: MIT
  *
- * Options of the drawing record, and its release. Both work with and without a window system.
+ * Plot windows: opening, drawing, closing; and the options of the drawing record.
+ *
+ * qqwini sets the window device up and opens its main window, qqwopn opens more, qqwsel chooses
+ * the one that is drawn on. The drawing operations do what those of the raster do (raster.h), with
+ * the same coordinates and colour arguments; interaction.h shows what was drawn and waits for the
+ * user, windowpixels.h reads and writes pixels, windowtext.h has the system's fonts. The image
+ * writers and readers, depth rendering and bitmap fonts work on the current window where they are
+ * given a device number of at most 100.
+ *
+ * Windows are numbered from 1 to 8. Where there is no screen they live in memory: everything can be
+ * drawn and saved, and nothing waits.
+ *
+ * What a window shows of a drawing depends on the system in small ways: lines of width 1,
+ * rectangles and pixels are the same everywhere, wide pens, curves and text are the system's own.
+ *
+ * Before a window is open, and after it was closed, drawing does nothing. All operations return 0.
  */
 #ifndef QUORIX_WINDOW_H
 #define QUORIX_WINDOW_H
@@ -10,6 +25,132 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/* ---- Life cycle -------------------------------------------------------------------------- */
+
+/* Sets the window device up and opens the window of `device`, which becomes the main and the
+ * current one. A window that was open under that number is closed first.
+ *
+ * device         72 to 79: windows 1 to 8; 80: window 1 in full size; 81: window 1, drawn through
+ *                OpenGL where it can be had, after a message through a bitmap where not. With any
+ *                other number nothing happens and all results are 0
+ * page_width,    the ratio of the window's sides; their units do not matter
+ * page_height
+ * placement      0: size and place are computed. The longer side of the page takes two thirds of
+ *                the screen (device 80: all of it). 1: x, y, width, height are used. Any other
+ *                number: width and height are used, the place is computed
+ * x, y           upper left corner of the window's frame on the screen
+ * width, height  size in pixels of what is drawn on; cut to what fits on the screen, at least 1
+ * bits           becomes the screen's number of bits per pixel
+ * colour_mode    how 256 palette indices share the entries of a small display: 0 every second one,
+ *                1 each its own, 2 the first 128. Of no effect on screens of more than 8 bits
+ * actual_width   becomes the width in pixels of what is drawn on
+ * buffering      input, its first byte: 0 or 2 a bitmap behind the window; 3 the same, and the
+ *                window is never shown; any other value draws on the window itself.
+ *                output: the height in pixels of what is drawn on
+ * options        decimal digits. Units: 2 for a white background, else black. Tens: the place, 0
+ *                by the device (72 lower right, 73 upper right, 74 upper left, 75 lower left, 76
+ *                centre, 77 to 79 down a diagonal), 1 lower right, 2 upper right, 3 upper left,
+ *                4 lower left, 5 centre. Hundreds: not 0 for windows without frame and title
+ *
+ * Failures are shown to the user, under the caption "quoini": "Window cannot be created:" (drawing
+ * does nothing then), "Cannot create Bitmap", and for device 81 what OpenGL lacks. */
+QUORIX_API int32_t qqwini(int32_t device, const int32_t *page_width, const int32_t *page_height,
+                          const int32_t *placement, const int32_t *x, const int32_t *y,
+                          const int32_t *width, const int32_t *height, int32_t *bits,
+                          const uint8_t *colour_mode, int32_t *actual_width, int32_t *buffering,
+                          const int32_t *options);
+
+/* Opens one more window, which becomes the current one. Arguments as of qqwini, whose options hold
+ * for it too. Before qqwini, and after all windows were closed, nothing happens and both results
+ * are 0. */
+QUORIX_API int32_t qqwopn(int32_t device, const int32_t *page_width, const int32_t *page_height,
+                          const int32_t *placement, const int32_t *x, const int32_t *y,
+                          const int32_t *width, const int32_t *height, int32_t *actual_width,
+                          int32_t *actual_height);
+
+/* Makes window `number` the current one. Lines that are gathered are drawn before, in the window
+ * that they belong to. A window that is not open is not selected. */
+QUORIX_API int32_t qqwsel(int32_t number);
+
+/* Hides window `number` (hide not 0), or shows it again. */
+QUORIX_API int32_t qqwhid(int32_t number, int32_t hide);
+
+/* Whether window `number` is open and its plot not ended: state becomes 1 or 0. Number 0 always
+ * gives 1. */
+QUORIX_API int32_t qqwsta(int32_t number, int32_t *state);
+
+/* Closes window `number` and makes the main window the current one. */
+QUORIX_API int32_t qqwcls(int32_t number);
+
+/* Gives the current window a title, which stays in place of the library's own until the window is
+ * closed. An empty one gives way to the library's next title. */
+QUORIX_API int32_t qqwtit(const char *title);
+
+/* Gives the windows an icon from an .ico file.
+ *
+ * status  0 done; 1 the file cannot be read as an icon, there is no window, or the system has no
+ *         icons */
+QUORIX_API int32_t qqwico(const char *filename, int32_t *status);
+
+/* Closes all windows, and releases the drawing record and all that it owns, the raster too. */
+QUORIX_API int32_t qqwfree(void);
+
+/* ---- Colours ----------------------------------------------------------------------------- */
+
+/* Sets the current colour: a palette index, or 0x01BBGGRR. Lines gathered before are drawn in the
+ * old one. Setting the colour that is current costs next to nothing. */
+QUORIX_API int32_t qqwclr(int32_t colour);
+
+/* Loads the palette.
+ *
+ * kind   0: 9 colours, 7: 16 colours, any other: 256
+ * table  256 words 0xRRGGBB, whatever the kind; red is in the high byte here */
+QUORIX_API int32_t qqwvlt(uint8_t kind, const int32_t *table);
+
+/* ---- Drawing ----------------------------------------------------------------------------- */
+
+/* Clears the page. Colour 0 is current afterwards, except where OpenGL draws. */
+QUORIX_API int32_t qqwers(void);
+
+/* Fills the rectangle of w by h pixels whose upper left corner is (x, y). The colour becomes the
+ * current one; with w or h below 1 nothing happens at all. (qqvfll of the raster takes corners
+ * instead, and leaves the colour.) */
+QUORIX_API int32_t qqwfll(int32_t x, int32_t y, int32_t w, int32_t h, int32_t colour);
+
+/* Sets one pixel. The colour becomes the current one. */
+QUORIX_API int32_t qqwpix(int32_t x, int32_t y, int32_t colour);
+
+/* Moves the pen.
+ *
+ * pen  2 draws a line to (x, y); 999 draws what is gathered and leaves the pen where it is;
+ *      any other number (3 by custom) goes to (x, y) without drawing
+ *
+ * Up to 100 points are gathered and drawn as one polyline when the pen goes up or the colour
+ * changes. A draw to where the pen is makes a dot. Windows with OpenGL draw lines by qqgllin. */
+QUORIX_API int32_t qqwdrw(int32_t x, int32_t y, int32_t pen);
+
+/* Fills a polygon in the current colour, in several calls: flag 1 announces x corners, any flag but
+ * 1 and 9 adds the corner (x, y), flag 9 fills. Corners beyond those announced are dropped. */
+QUORIX_API int32_t qqwpol(int32_t x, int32_t y, int32_t flag);
+
+/* Fills a polygon in the current colour.
+ *
+ * x, y    n corners each, in pixels; rounded to whole ones
+ * status  0 done; 1 no memory, no window device, or with OpenGL a row of more than 99 crossings,
+ *         drawn with its first 99 */
+QUORIX_API int32_t qqwpol2(const double *x, const double *y, const int32_t *n, int32_t *status);
+
+/* Draws a marker of the given size (its full width in pixels, at least 2) centred on (x, y), with
+ * the current colour and pen. Numbers as of qqvsym; OpenGL draws none of the round ones (15, 21,
+ * 22, 23). */
+QUORIX_API int32_t qqwsym(int32_t symbol, int32_t x, int32_t y, int32_t size);
+
+/* Fills a triangle with the corners (x[i], y[i]), i from 0 to 2. One without width or height is a
+ * line. The colour becomes the current one. */
+QUORIX_API int32_t qqwftr(const int32_t *x, const int32_t *y, int32_t colour);
+
+/* ---- Options ----------------------------------------------------------------------------- */
 
 /* Sets or reads one option of the drawing record, which it creates if there is none yet.
  *
@@ -36,9 +177,6 @@ extern "C" {
  *
  * Any other option is ignored. */
 QUORIX_API int32_t qqwwid(int32_t option, void *value, int32_t set);
-
-/* Releases the drawing record and all that it owns, the raster too. */
-QUORIX_API int32_t qqwfree(void);
 
 #ifdef __cplusplus
 }

@@ -287,6 +287,8 @@ TEST_F(EndOfPlot, AHostWindowKeepsItsPictureAfterThePlot) {
   EXPECT_EQ(memory_window_colour(host, 5, 5), 0xFF0000U);
   window_needs_paint(host);
   EXPECT_EQ(memory_window_colour(host, 5, 5), 0xFF0000U);
+  qqwfree();
+  memory_window_system.close(host);
 }
 
 }  // namespace

@@ -281,6 +281,7 @@ const WindowSystem memory_window_system = {
     .open = open,
     .close = close,
     .exists = exists,
+    .bitmap_exists = nullptr,
     .show = show,
     .raise = nothing_to_raise,
     .focus = nothing_to_raise,

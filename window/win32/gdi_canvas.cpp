@@ -276,6 +276,10 @@ void end_access(Canvas *canvas, bool show) {
   take_down_image(c);
 }
 
+int32_t bitmap(Canvas *canvas) {
+  return static_cast<int32_t>(reinterpret_cast<intptr_t>(of(canvas)->bitmap));
+}
+
 const CanvasCalls gdi_canvas_calls = {
     .close = close,
     .set_pen = set_pen,
@@ -301,6 +305,7 @@ const CanvasCalls gdi_canvas_calls = {
     .read_bits = read_bits,
     .write_bits = write_bits,
     .end_access = end_access,
+    .bitmap = bitmap,
 };
 
 GdiCanvas *new_canvas(GdiTarget target, HWND window) {

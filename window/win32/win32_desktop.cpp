@@ -71,6 +71,11 @@ bool exists(WindowId window) {
   return IsWindow(handle_of(window)) != 0;
 }
 
+bool bitmap_exists(int32_t bitmap) {
+  auto *handle = reinterpret_cast<HBITMAP>(static_cast<intptr_t>(bitmap));
+  return GetObjectType(handle) == OBJ_BITMAP;
+}
+
 void show(WindowId window, bool shown) {
   ShowWindow(handle_of(window), shown ? SW_SHOW : SW_HIDE);
 }
@@ -235,6 +240,7 @@ const WindowSystem win32_window_system = {
     .open = open,
     .close = close,
     .exists = exists,
+    .bitmap_exists = bitmap_exists,
     .show = show,
     .raise = raise,
     .focus = focus,
