@@ -80,7 +80,8 @@ TEST_F(EndOfPlot, TheRightButtonOverAnotherWindowDoesNothing) {
   open_device();
   open_window(74);
   int32_t count = 0;
-  user_does({[] { window_right_released(window_number(3)); }, [&] { count = memory_window_count(); },
+  user_does({[] { window_right_released(window_number(3)); },
+             [&] { count = memory_window_count(); },
              [] { window_right_released(window_number(1)); }});
   qqwfin(0);
   EXPECT_EQ(count, 2);
@@ -146,8 +147,7 @@ TEST_F(EndOfPlot, WindowsMayBeClosedInAnyOrder) {
   } while (std::next_permutation(order.begin(), order.end()));
 }
 
-void note_size(int32_t *, int32_t *, int32_t *, int32_t *, int32_t *) {
-}
+void note_size(int32_t *, int32_t *, int32_t *, int32_t *, int32_t *) {}
 
 TEST_F(EndOfPlot, AResizeEndsTheWaitWhenTheFrameIsReleasedIfSomebodyListens) {
   int32_t on = 1;
