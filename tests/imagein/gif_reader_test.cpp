@@ -200,6 +200,34 @@ TEST_F(GifReader, NeedsNothingBehindTheEmptyBlock) {
   check_reader(Format::gif, file, expected, "no empty block");
 }
 
+TEST_F(GifReader, TakesAnExtensionThatEndsTwiceForTheEmptyBlock) {
+  const GifFile parts = parts_of(4, 3, 4);
+  const Bytes indices = indices_of(parts, 4, 7);
+  Bytes image = gif_of(parts, indices);
+  image.pop_back();  // the trailer
+  image.pop_back();  // the empty block
+  const struct {
+    const char *what;
+    Bytes tail;
+    int32_t status;
+  } cases[] = {
+      {"control, its end and an empty block", {0x21, 0xF9, 4, 1, 0, 0, 3, 0, 0}, 0},
+      {"no blocks, and an empty block", {0x21, 0xFE, 0, 0}, 0},
+      {"the end of the extension alone", {0x21, 0xF9, 4, 1, 0, 0, 3, 0}, -3},
+      {"a trailer in place of the empty block", {0x21, 0xF9, 4, 1, 0, 0, 3, 0, 0x3B}, -3},
+      {"an extension without an end", {0x21, 0xF9, 4, 1, 0, 0, 3}, -3},
+      {"no more than the mark", {0x21}, -3},
+      {"no extension", {0x2C, 0xF9, 0, 0}, -3},
+  };
+  for (const auto &[what, tail, status] : cases) {
+    Bytes file = image;
+    put_bytes(&file, tail);
+    ExpectedPicture expected = expect_indices(parts, indices);
+    expected.status = status;
+    check_reader(Format::gif, file, expected, what);
+  }
+}
+
 TEST_F(GifReader, PassesOverBlocksBehindTheEndCode) {
   GifFile parts = parts_of(4, 3, 4);
   const Bytes indices = indices_of(parts, 4, 7);

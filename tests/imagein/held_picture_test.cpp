@@ -309,6 +309,17 @@ TEST_F(HeldPicture, CroppedToNoPixelsIsAPictureAllTheSame) {
   }
 }
 
+TEST_F(HeldPicture, WithoutPixelsShowsNothing) {
+  for (const auto &[w, h] : {std::array{0, 5}, std::array{5, 0}, std::array{0, 0}}) {
+    const TwinPages pages(true, 12, 10);
+    hold(9, 7, true, 6);
+    ASSERT_EQ(crop_picture(2, 2, w, h), 0);
+    EXPECT_EQ(scale_picture(raster_number, 4, 3), 0);
+    EXPECT_TRUE(pages.alike());
+    EXPECT_TRUE(nothing_is_held());
+  }
+}
+
 TEST_F(HeldPicture, StaysWhereACropGetsNoMemory) {
   const literal::Picture picture = hold(9, 7, true, 6);
   size_t n = 1;

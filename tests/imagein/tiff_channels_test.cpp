@@ -144,6 +144,23 @@ TEST_F(TiffChannels, OfUnsupportedKindsAreRefused) {
   parts = tiff_parts(picture, 1);
   parts.set(tiff_strip_counts, {10});
   EXPECT_EQ(read_channels(tiff_file(parts), nullptr, 0, 0), -3);
+  for (const int32_t channel : {INT32_MIN, -2, 6, INT32_MAX})
+    EXPECT_EQ(read_channels(tiff_file(tiff_parts(picture, 1)), nullptr, 0, channel), -11);
+  picture.rows_per_strip = 0;
+  picture.tile_width = picture.tile_height = 4;
+  fill(&picture);
+  EXPECT_EQ(read_channels(tiff_file(tiff_parts(picture, 1)), nullptr, 0, 0), -11);
+}
+
+TEST_F(TiffChannels, ThatNoCountCanNameAreTooLarge) {
+  // 40,000 strips that share 120,000 bytes count as 2,400,000,000 values.
+  TiffPicture picture = five_values(false, 12000, 40000, 1);
+  TiffParts parts = tiff_parts(picture, 1);
+  parts.blocks = {Bytes(120000, 1)};
+  parts.set(tiff_strip_offsets, std::vector<uint32_t>(40000, 8), tiff_long);
+  parts.set(tiff_strip_counts, std::vector<uint32_t>(40000, 120000), tiff_long);
+  EXPECT_EQ(read_channels(tiff_file(parts), nullptr, 0, 0), -12);
+  EXPECT_EQ(read_channels(tiff_file(parts), nullptr, 0, 1), 480000000);  // one value of each pixel
 }
 
 TEST_F(TiffChannels, NeedAFile) {

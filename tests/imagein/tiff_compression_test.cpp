@@ -105,6 +105,30 @@ TEST_F(TiffCompression, LzwMayClearAtAnyTime) {
       (Bytes{1, 2, 3, 4}));
 }
 
+TEST_F(TiffCompression, LzwGoesOnWithAFullTable) {
+  // Single bytes alone, as an encoder may write them that never clears: each but the first adds an
+  // entry until there are 4096, and codes keep their 12 bits after that.
+  const Bytes bytes = random_bytes(6000, 12);
+  Bytes data;
+  size_t bit = 0;
+  const auto put = [&](uint32_t code, uint32_t size) {
+    for (uint32_t i = size; i-- > 0; ++bit) {
+      if (bit % 8 == 0) data.push_back(0);
+      data.back() = static_cast<uint8_t>(data.back() | (code >> i & 1) << (7 - bit % 8));
+    }
+  };
+  uint32_t size = 9;
+  uint32_t next = 257;  // the first code adds none
+  put(256, size);
+  for (const uint8_t byte : bytes) {
+    put(byte, size);
+    if (next < 4096) ++next;
+    if (next == (1U << size) - 1 && size < 12) ++size;
+  }
+  put(257, size);
+  EXPECT_EQ(decoded(coded(60, 100, 100, 5, {data}), 60, 100), bytes);
+}
+
 TEST_F(TiffCompression, LzwBeyondTheStripIsCorrupt) {
   check_corrupt(coded(3, 1, 1, 5, {codes_of_9_bits({256, 1, 2, 3, 4, 257})}), "a code too many");
   check_corrupt(coded(3, 1, 1, 5, {codes_of_9_bits({256, 7, 258, 259, 257})}), "a string too long");

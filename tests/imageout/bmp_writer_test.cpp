@@ -132,6 +132,35 @@ TEST_F(BmpWriter, WritesNoEntriesForANegativeNumberOfColours) {
   EXPECT_EQ(file.size(), 54U + 16);
 }
 
+TEST_F(BmpWriter, WritesTheNumbersOfARectangleWithoutPixelsAndNoRows) {
+  const DrawnPicture picture = five_by_two();
+  show_on_raster(picture, false);
+  const struct {
+    int32_t width, height;
+    Bytes words;
+  } cases[] = {
+      {5, 0, {5, 0, 0, 0, 0, 0, 0, 0}},
+      {0, 2, {0, 0, 0, 0, 2, 0, 0, 0}},
+      {-1, 2, {0xFF, 0xFF, 0xFF, 0xFF, 2, 0, 0, 0}},
+      {5, -2, {5, 0, 0, 0, 0xFE, 0xFF, 0xFF, 0xFF}},
+  };
+  for (const int32_t device : {101, -101}) {
+    for (const int32_t height : {2, -2}) {
+      for (const auto &[w, h, words] : cases) {
+        set_clip(0, 0, w, h);
+        WriterCall call = call_for(picture);
+        call.device = device;
+        call.height = height;
+        call.colours = 3;
+        const Bytes file = file_bytes(write_bmp, call);
+        EXPECT_EQ(file.size(), device < 0 ? 54U : 54U + 4 * 3) << w << " by " << h;
+        EXPECT_EQ(Bytes(file.begin() + 18, file.begin() + 26), words);
+        EXPECT_EQ(Bytes(file.begin() + 34, file.begin() + 38), Bytes(4, 0));
+      }
+    }
+  }
+}
+
 TEST_F(BmpWriter, FillsAComputedTableWithBlack) {
   const DrawnPicture picture = five_by_two();
   show_on_raster(picture, true);

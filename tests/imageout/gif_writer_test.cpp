@@ -174,6 +174,31 @@ TEST_F(GifWriter, StartsItsTableAnewWhenTheCodesAreUsedUp) {
   }
 }
 
+// The encoder gathers 256 full blocks of 255 bytes; its last bytes may be those that fill them up.
+TEST_F(GifWriter, EndsWhereverItsGatheredBlocksAreFull) {
+  RandomNumbers random(12);
+  Bytes noise(60000);
+  for (uint8_t &index : noise)
+    index = static_cast<uint8_t>(random.below(256));
+  const auto file_of = [&](int32_t width) {
+    const Bytes row(noise.begin(), noise.begin() + width);
+    return literal_gif(indexed(width, 1), whole_area(picture_of(width, 1, row)));
+  };
+  const size_t full = table_end + descriptor_bytes + 1 + 256 * 256 + 2;
+  int32_t below = 1, above = static_cast<int32_t>(noise.size());
+  ASSERT_LE(file_of(below).size(), full);
+  ASSERT_GT(file_of(above).size(), full);
+  while (above - below > 1) {
+    const int32_t middle = below + (above - below) / 2;
+    (file_of(middle).size() <= full ? below : above) = middle;
+  }
+  for (int32_t width = below - 6; width <= above + 6; ++width) {
+    const Bytes row(noise.begin(), noise.begin() + width);
+    show_on_raster(picture_of(width, 1, row), false);
+    EXPECT_EQ(file_bytes(write_gif, indexed(width, 1)), file_of(width)) << width;
+  }
+}
+
 // 3,837 strings of 1, 2, 3 ... pixels take 7,363,203 pixels; one more writes the clear code.
 TEST_F(GifWriter, ClearsItsTableInALongFlatPicture) {
   const int32_t side = 2720;

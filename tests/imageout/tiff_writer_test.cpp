@@ -104,6 +104,25 @@ TEST_F(TiffWriter, MakesGreyBlackOrWhiteByTheSignOfTheWidth) {
   }
 }
 
+TEST_F(TiffWriter, MakesColoursThatAreNearlyBlackOrWhiteNeither) {
+  // Black, and what differs in red, green or blue; white, and the same there.
+  DrawnPicture picture = {8, 1, {}, {0, 1, 2, 3, 4, 5, 6, 7}, {}};
+  picture.palette = {0x000000, 0x010000, 0x000100, 0x000001,
+                     0xFFFFFF, 0xFEFFFF, 0xFFFEFF, 0xFFFFFE};
+  for (const uint8_t index : picture.indices)
+    for (const int shift : {16, 8, 0})
+      picture.rgb.push_back(static_cast<uint8_t>(picture.palette[index] >> shift & 255));
+  for (const bool rgba : {false, true}) {
+    show_on_raster(picture, rgba);
+    WriterCall call = call_for(picture);
+    call.form = -1;
+    if (rgba) call.height = -call.height;
+    EXPECT_EQ(file_bytes(write_tiff, call).back(), 0x7F);
+    call.width = -call.width;
+    EXPECT_EQ(file_bytes(write_tiff, call).back(), 0x08);
+  }
+}
+
 TEST_F(TiffWriter, IsBilevelRatherThanRgb) {
   const DrawnPicture picture = black_grey_white();
   show_on_raster(picture, true);
