@@ -97,7 +97,8 @@ bool allocate(Triangulation *t, Extent ey) {
   t->hits = allocate_array<int32_t>(room);
   t->edges = allocate_array<Edge>(edge_room);
   t->edge_table = allocate_zeroed_array<int32_t>(std::bit_ceil(2 * edge_room));
-  return t->order && t->circle_of && t->hits && t->edges && t->edge_table &&
+  return t->order != nullptr && t->circle_of != nullptr && t->hits != nullptr &&
+         t->edges != nullptr && t->edge_table != nullptr &&
          open_circles(&t->unfinished, t->n, t->room, ey.first, ey.last);
 }
 
@@ -293,19 +294,17 @@ Status triangulate(Triangulation *t, double *x, double *y, int32_t nmax) {
 
 }  // namespace quorix
 
-using namespace quorix;
-
 extern "C" int32_t qqdlau(double *xray, double *yray, int32_t n, int32_t *i1ray, int32_t *i2ray,
                           int32_t *i3ray, int32_t nmax, int32_t *ntri, int32_t *status) {
   *ntri = 0;
   *status = 0;
   if (n < 1) return 0;
-  Triangulation t = {};
+  quorix::Triangulation t = {};
   t.n = n;
   t.a = i1ray;
   t.b = i2ray;
   t.c = i3ray;
-  *status = triangulate(&t, xray, yray, nmax);
-  if (*status == done) *ntri = t.count;
+  *status = quorix::triangulate(&t, xray, yray, nmax);
+  if (*status == quorix::done) *ntri = t.count;
   return 0;
 }

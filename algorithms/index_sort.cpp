@@ -110,7 +110,7 @@ inline uint64_t ordered_bits(double key) {
 }
 
 // Fills `out` from the end, so that ascending indices, the usual case, stand as equal keys shall;
-// tells in `differing` the bits in which keys differ. False if one is NaN.
+// notes in `differing` the bits in which keys differ. False if one is NaN.
 bool gather(const double *keys, const int32_t *index, int32_t n, KeyedIndex *out,
             uint64_t *differing) {
   *differing = 0;
@@ -154,7 +154,7 @@ KeyedIndex *distribute_by_leading_digits(KeyedIndex *a, KeyedIndex *b, int32_t n
   return a;
 }
 
-// Sorts what the leading digits could not tell apart.
+// Sorts what has the same leading digits.
 void sort_groups(KeyedIndex *k, int32_t n, int32_t shift) {
   const auto before = [](const KeyedIndex &a, const KeyedIndex &b) { return stands_before(a, b); };
   for (int32_t first = 0; first < n;) {
@@ -171,7 +171,7 @@ bool sort_by_distribution(const double *keys, int32_t *index, int32_t n) {
   auto a = allocate_array<KeyedIndex>(static_cast<size_t>(n));
   auto b = allocate_array<KeyedIndex>(static_cast<size_t>(n));
   uint64_t differing = 0;
-  if (!a || !b || !gather(keys, index, n, a.get(), &differing)) return false;
+  if (a == nullptr || b == nullptr || !gather(keys, index, n, a.get(), &differing)) return false;
   const int32_t width = 64 - std::countl_zero(differing);
   const int32_t shift = std::max(0, width - digits * digit_bits);
   KeyedIndex *sorted = distribute_by_leading_digits(a.get(), b.get(), n, shift);

@@ -5,6 +5,9 @@
 // Vertices stand in an arena, in the order in which the polygons came. Sorting moves numbers of
 // polygons alone. Equal keys are sorted by descending number and all is read from the end, so that
 // of equal keys the first put is the first got.
+//
+// Without a store qqsget gives no corners and qqsput status 1. A second opening replaces the store
+// once its memory is there.
 #include <algorithm>
 #include <cstdint>
 #include <new>
@@ -22,7 +25,7 @@ namespace {
 
 constexpr int32_t default_capacity = 10000;
 constexpr int32_t default_vertices = 4;
-constexpr int32_t vertices_per_call = 1;  // the value that lets each call tell its own number
+constexpr int32_t vertices_per_call = 1;  // each call has its own number then
 constexpr int32_t most_vertices_read = 12;
 // So far ahead of a read its successors are fetched: positions are mostly read one by one.
 constexpr int32_t fetch_ahead = 8;
@@ -163,47 +166,45 @@ void get_polygon(const PolygonStore *store, int32_t position, double *x, double 
 
 }  // namespace quorix
 
-using namespace quorix;
-
 extern "C" int32_t qqsini(int32_t mode, int32_t capacity, int32_t *io) {
   if (mode == 0) {
-    *io = open_store(capacity, *io);
+    *io = quorix::open_store(capacity, *io);
   } else if (mode == 1) {
-    close_store();
+    quorix::close_store();
     *io = 0;
   } else if (mode == 2) {
-    if (polygon_store != nullptr) sort_store(polygon_store);
+    if (quorix::polygon_store != nullptr) quorix::sort_store(quorix::polygon_store);
     *io = 0;
   } else if (mode == 3) {
-    *io = polygon_store == nullptr ? 0 : polygon_store->count;
+    *io = quorix::polygon_store == nullptr ? 0 : quorix::polygon_store->count;
   }
   return 0;
 }
 
 extern "C" int32_t qqsput2(const double *x, const double *y, int32_t nv, const double *key,
                            int32_t attribute1, int32_t attribute2, int32_t *status) {
-  *status = put_polygon(polygon_store, x, y, nv, *key, attribute1, attribute2);
+  *status = quorix::put_polygon(quorix::polygon_store, x, y, nv, *key, attribute1, attribute2);
   return 0;
 }
 
 extern "C" int32_t qqsput(const double *x, const double *y, const double *key, int32_t attribute1,
                           int32_t *io) {
-  const bool own_count =
-      polygon_store == nullptr || polygon_store->vertex_mode == vertices_per_call;
-  const int32_t nv = own_count ? *io : polygon_store->vertex_mode;
-  *io = put_polygon(polygon_store, x, y, nv, *key, attribute1, 0);
+  const bool own_count = quorix::polygon_store == nullptr ||
+                         quorix::polygon_store->vertex_mode == quorix::vertices_per_call;
+  const int32_t nv = own_count ? *io : quorix::polygon_store->vertex_mode;
+  *io = quorix::put_polygon(quorix::polygon_store, x, y, nv, *key, attribute1, 0);
   return 0;
 }
 
 extern "C" int32_t qqsget2(double *x, double *y, int32_t position, int32_t *attribute1,
                            int32_t *attribute2, int32_t *nv) {
-  get_polygon(polygon_store, position, x, y, attribute1, attribute2, nv);
+  quorix::get_polygon(quorix::polygon_store, position, x, y, attribute1, attribute2, nv);
   return 0;
 }
 
 extern "C" int32_t qqsget(double *x, double *y, int32_t position, int32_t *attribute1,
                           int32_t *nv) {
   int32_t attribute2 = 0;
-  get_polygon(polygon_store, position, x, y, attribute1, &attribute2, nv);
+  quorix::get_polygon(quorix::polygon_store, position, x, y, attribute1, &attribute2, nv);
   return 0;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// qqseed1 to qqseed4: the one seed grid of the process.
+// qqseed1 to qqseed4: the one seed grid of the process. Without a grid they give status 1, or
+// reject.
 #include "algorithms/seed_grid.h"
 
 #include <new>

@@ -27,7 +27,7 @@ inline bool near(double a, double b) {
   return std::abs(a - b) < triangulation_tolerance;
 }
 
-// Marks a point as one that repeats another; its place in `order` still tells which it is.
+// Marks a point as one that repeats another; its place in `order` still shows which it is.
 inline void mark(int32_t *point) {
   *point = ~*point;
 }
@@ -93,8 +93,8 @@ bool mark_repeated(const Points &p, int32_t n) {
     const int32_t end = run_end(p, first, n);
     if (end - first > short_run) {
       // Once for the longest run that may still come.
-      if (!room) room = allocate_array<RunPoint>(static_cast<size_t>(n - first));
-      if (!room) return false;
+      if (room == nullptr) room = allocate_array<RunPoint>(static_cast<size_t>(n - first));
+      if (room == nullptr) return false;
       mark_in_long_run(p, first, end, room.get());
     } else {
       for (int32_t i = first + 1; i < end; ++i) {

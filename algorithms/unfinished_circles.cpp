@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// The ruler of cells: opening it, filing a circle, and going from stretch to stretch. What runs for
+// every point stands in the header.
 #include "algorithms/unfinished_circles.h"
 
 #include <algorithm>
@@ -12,7 +15,7 @@ namespace {
 // relative to the numbers that they are made with.
 constexpr double slack = 1e-14;
 
-// Cells of the finest level for each point. More let clusters be told apart, fewer stay in cache.
+// Cells of the finest level for each point. More part clusters better, fewer stay in cache.
 constexpr double cells_per_point = 0.0625;
 
 constexpr int32_t least_stretch = 8;
@@ -80,7 +83,7 @@ bool open_circles(UnfinishedCircles *f, int32_t points, int32_t most, double y_f
   f->cells_per_unit = std::isfinite(scale) ? scale : 0.0;
   f->circles = allocate_array<Circle>(static_cast<size_t>(most) + 1);
   f->cells = allocate_zeroed_array<int32_t>(static_cast<size_t>(all_cells));
-  return f->circles && f->cells;
+  return f->circles != nullptr && f->cells != nullptr;
 }
 
 int32_t file_circle(UnfinishedCircles *f, const Circle &circle, double x) {

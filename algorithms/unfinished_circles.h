@@ -13,8 +13,8 @@
 // Circles that the sweep has passed leave when a point next looks at their cell, or with the next
 // stretch: passed once is passed for good, because X only grows, so nobody need know before.
 //
-// All memory is had at the start, for as many circles as there can ever be; pages of it that are
-// not used cost nothing.
+// All memory is requested at the start, for as many circles as there can ever be; pages of it that
+// are not used cost nothing.
 #pragma once
 
 #include <bit>

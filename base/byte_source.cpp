@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// The window onto a file, and the readers that fill and move it. A memory block is a source that is
+// all window, so readers need not know which of the two they have.
 #include "base/byte_source.h"
 
 #include <algorithm>

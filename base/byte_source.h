@@ -16,8 +16,8 @@
 // trust a size before `fits` has held it against the bytes that are left, and it must look at
 // `failed` before it believes what it read.
 //
-// Positions and sizes have 64 bits. A file's size is taken when it is opened; files whose size
-// cannot be told (pipes) are refused. The source owns its file and closes it with itself, and
+// Positions and sizes have 64 bits. A file's size is taken when it is opened; files without a
+// known size (pipes) are refused. The source owns its file and closes it with itself, and
 // borrows a memory block, which must live as long. It asks for no memory: the buffer is part of the
 // record. Reads of a few bytes cost what they cost from memory, those beyond the buffer's size go
 // straight to their destination.
@@ -53,8 +53,8 @@ struct ByteSource {
 
 // ---- opening ----
 
-// Starts a source at the first byte of a file. False if it cannot be opened or told the size of;
-// the source has failed then. A source that was in use is closed first.
+// Starts a source at the first byte of a file. False if it cannot be opened or has no
+// known size; the source has failed then. A source that was in use is closed first.
 bool open_source(ByteSource *source, const char *name);
 
 // The same for a stream that is open already, which it owns from now on, whatever comes back.

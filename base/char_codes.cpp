@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// The tables of the character codes: one value per code and character set, looked up in constant
+// time.
 #include "base/char_codes.h"
 
 #include <cstddef>

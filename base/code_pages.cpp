@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The tables of two code pages, as their standards have them.
 #include "base/code_pages.h"
 
 #include "base/text_conversion.h"

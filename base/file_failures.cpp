@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The record of the last failure, and the pieces of work under way, the innermost first.
 #include "base/file_failures.h"
 
 #include <cstring>

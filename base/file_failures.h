@@ -2,11 +2,11 @@
 //
 // What failed last when a file was written.
 //
-// No status tells of a full disk: most writers have a number for a file that cannot be opened and
+// No status stands for a full disk: most writers have a number for a file that cannot be opened and
 // none for one that cannot be filled. So an operation that writes a file says by a `FileWork` who
 // it is and which file it writes, and the calls of files.h that fail meanwhile are noted here, of
 // one piece of work the first. Operations that only read have no FileWork, and nothing is noted of
-// them: their statuses tell.
+// them: their statuses say it all.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Names as UTF-8, strictly: overlong forms, surrogates and what lies beyond Unicode are refused.
 #include "base/file_names.h"
 
 #include <cstdint>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The file gate as it is outside tests: C streams with 64-bit positions.
 #include "base/files.h"
 
 #include <cerrno>

@@ -3,7 +3,7 @@
 // The one gate through which the library reaches files.
 //
 // Plain C streams with 64-bit positions. A test replaces `file_gate` and makes any call fail or
-// come back short. Names are byte strings; what Windows makes of them is told in file_names.h.
+// come back short. Names are byte strings; file_names.h says what Windows makes of them.
 // `OwnedFile` closes its stream when it goes out of scope.
 //
 // Opens, writes, flushes and closes go through the functions below, which note their failures as

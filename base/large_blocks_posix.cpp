@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The whole large pages of a block are advised; where the system has none, nothing is done.
 #include <sys/mman.h>
 
 #include <cstdint>

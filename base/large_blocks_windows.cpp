@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Windows takes no such advice.
 #include "base/large_blocks.h"
 
 namespace quorix {

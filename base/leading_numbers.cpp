@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// Reals are converted by from_chars, which knows no locale. White space, signs and what is out of
+// range, which it refuses, are dealt with here.
 #include "base/leading_numbers.h"
 
 #include <charconv>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The memory gate as it is outside tests: the C library, with advice about large blocks.
 #include "base/memory.h"
 
 #include <cstdlib>

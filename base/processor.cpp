@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The processor is asked once, at the first question.
 #include "base/processor.h"
 
 namespace quorix {

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// UTF-8, byte by byte. Nothing is read beyond the zero that ends a string, and nothing is written
+// beyond the room.
 #include "base/utf8.h"
 
 namespace quorix {

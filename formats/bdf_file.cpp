@@ -176,7 +176,7 @@ void append_to_bitmap(BdfReader *reader, const char *text) {
   reader->bitmap_length += append_bytes(reader->bitmap + length, text, bitmap_limit - length);
 }
 
-// Lines that tell nothing of use, but are no rows of a bitmap either.
+// Lines of no use here, which are no rows of a bitmap either.
 bool is_idle_line(const char *line) {
   return begins_with(line, "COMMENT") || begins_with(line, "STARTFONT") ||
          begins_with(line, "FONT ") || begins_with(line, "SIZE ") ||

@@ -2,9 +2,9 @@
 //
 // qqbdf1 and qqbdf1n: the choice of a bitmap font, and its file.
 //
-// The drawing record owns the loaded fonts; they go with it. A font that came from no file, but
-// from inside the library, counts as not loaded: it serves, and each selection looks for a file
-// again.
+// The drawing record owns the loaded fonts; they go with it, and a new record reads their files
+// again. A font that came from no file, but from inside the library, counts as not loaded: it
+// serves, and each selection looks for a file once more.
 #include <algorithm>
 
 #include "base/char_codes.h"
@@ -26,7 +26,7 @@ constexpr int32_t width_count = last_national_code + 1 - first_width_code;
 constexpr int32_t no_font = -1;
 
 struct FontFile {
-  const char *name;
+  const char *name;  // its number is the height of the capitals
   int32_t family;
   int32_t size_limit;  // serves sizes below
 };
@@ -123,7 +123,7 @@ int32_t select_font(OutputContext *context, const char *directory, bool use_dire
   return bdf_done;
 }
 
-// Makes a font current and tells the widths of its characters.
+// Makes a font current and gives the widths of its characters.
 int32_t choose_font(OutputContext *context, const char *directory, bool use_directory,
                     int32_t family, int32_t size, int32_t *widths) {
   if (context == nullptr) {
@@ -139,17 +139,16 @@ int32_t choose_font(OutputContext *context, const char *directory, bool use_dire
 
 }  // namespace quorix
 
-using namespace quorix;
-
 extern "C" int32_t qqbdf1n(const char *directory, const int32_t *use_directory,
                            const int32_t *family, const int32_t *size, int32_t *widths,
                            int32_t *status) {
-  *status = choose_font(output_context, directory, *use_directory != 0, *family, *size, widths);
+  *status = quorix::choose_font(quorix::output_context, directory, *use_directory != 0, *family,
+                                *size, widths);
   return 0;
 }
 
 extern "C" int32_t qqbdf1(const int32_t *family, const int32_t *size, int32_t *widths,
                           int32_t *status) {
-  *status = choose_font(output_context, nullptr, false, *family, *size, widths);
+  *status = quorix::choose_font(quorix::output_context, nullptr, false, *family, *size, widths);
   return 0;
 }

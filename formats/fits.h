@@ -53,7 +53,7 @@ inline constexpr int32_t fits_unknown = -1;
 inline constexpr int32_t most_axes = 999;  // what three digits of a keyword can number
 
 struct FitsHeader {
-  int32_t bitpix;             // fits_unknown until told
+  int32_t bitpix;             // fits_unknown until a card says it
   int32_t naxis;              // likewise
   OwnedArray<int32_t> naxes;  // `naxis` lengths, each likewise; empty if naxis is not above 0
   int32_t type;               // FitsUnitType

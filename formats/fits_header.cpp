@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The header of a unit: what its data look like and where they begin.
+// The header of a unit: what its data look like and where they begin. A NAXIS outside 0 to 999
+// counts as missing.
 #include <algorithm>
 #include <cstring>
 
@@ -51,7 +52,7 @@ void set_unit_type(FitsHeader *header, const FitsCard &card) {
   }
 }
 
-// False without memory. A card that lacks its "= " tells nothing.
+// False without memory. A card that lacks its "= " says nothing.
 bool take_card(FitsHeader *header, const FitsCard &card) {
   if (card_starts(card, "EXTENSIO")) set_unit_type(header, card);
   const char *const value = card_value(card);

@@ -2,6 +2,9 @@
 //
 // qqfits1 to qqfits6: one FITS file at a time, its keywords, and its data as they stand in the
 // file.
+//
+// A second opening closes the first file once the new header was read. Negative axes are refused,
+// and data of more bytes than 32 bits hold; integers of keywords saturate.
 #include <cstring>
 
 #include "base/files.h"
@@ -83,7 +86,7 @@ int32_t open_fits(const char *filename) {
   return check_axes(current_fits.naxis, current_fits.naxes);
 }
 
-// Stores what a selected unit's header tells, as far as it tells it; the unit's type, or what it
+// Stores what a selected unit's header has, as far as it goes. Gives the unit's type, or what it
 // lacks.
 int32_t take_unit(FitsHeader *header) {
   // Kept: the size of the unit's own header, without the unit's place in the file.

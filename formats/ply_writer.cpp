@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // qqply1 and qqply2: a mesh is collected polygon by polygon, written and ended.
+//
+// A mesh without memory for its vertices is lost, and gives status 1 until qqply2 ends it.
 #include "formats/ply_mesh.h"
 
 #include <algorithm>

@@ -20,7 +20,7 @@ enum TtfStatus : int32_t {
   ttf_unknown_map_format = 5,
   ttf_arrays_too_small = 6,
   ttf_component_not_simple = 7,
-  ttf_bad_glyph = 8,
+  ttf_bad_glyph = 8,  // also one that its table cuts off
   ttf_no_cmap = 11,
   ttf_no_loca = 12,
   ttf_no_head = 13,

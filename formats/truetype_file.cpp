@@ -174,7 +174,7 @@ void release_font() {
 
 }  // namespace quorix
 
-// The caller tells whether the file's bytes have to be turned on this host, and is believed.
+// The caller says whether the file's bytes have to be turned on this host, and is believed.
 extern "C" int32_t qqttf1(const char *filename, uint8_t swap_bytes, int32_t *status) {
   quorix::release_font();
   quorix::ttf_font =

@@ -5,7 +5,8 @@
 //
 // A glyph's numbers stand in the byte order of its file, so what reads them is a template over
 // that. Numbers of points are counted in 64 bits, since a huge size asks for any number of them;
-// points beyond the caller's room are counted without being computed.
+// points beyond the caller's room are counted without being computed. The caller gets them in 32,
+// saturated.
 #pragma once
 
 #include <algorithm>

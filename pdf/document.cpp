@@ -2,6 +2,8 @@
 //
 // The record's life: made by the first qqpdf1, used by document after document, released by
 // qqpfree. What a document gathers goes with its end; memory output stays until it is fetched.
+//
+// Without a document drawing does nothing, qqpdf6 gives 0 bytes or -2, and qqpdf9 status 1.
 #include <cstring>
 #include <new>
 

@@ -3,6 +3,8 @@
 // Lines, areas, pens, images, the clip rectangle and colours: qqpdf2, qqpdf3 and qqpdf4.
 //
 // Each line of operators is one piece for pdf_write, so a stream is only ever split between lines.
+// Calls that make no sense together, as the end of an image that was not begun, write what each
+// writes. A clip that replaces another sets the last line colour again, black before any.
 #include <cmath>
 
 #include "base/numbers.h"

@@ -35,7 +35,7 @@ struct PdfOutput {
   OwnedFile file;
   char name[failure_name_size];
   const char *operation;  // that writes now; lasts for ever
-  FileFailure failure;    // the first of the document in the file, told once more at its end
+  FileFailure failure;    // the first of the document in the file, reported once more at its end
   size_t block_fill;      // bytes for the file, gathered in `block`
   // Of the last document that went to memory; a document in a file leaves them alone.
   OwnedArray<uint8_t> memory;

@@ -17,7 +17,7 @@ namespace quorix {
 
 namespace {
 
-// False without memory. An older buffer that is too small is given up first.
+// False without memory. A buffer that is too small is given up first.
 bool have_buffer(PdfStream *stream, size_t size) {
   if (stream->buffer != nullptr && stream->buffer_size >= size) return true;
   stream->buffer.reset();

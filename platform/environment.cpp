@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// qqgenv: the environment, and the directory that holds the library's own files.
+// qqgenv: the environment, and the directory that holds the library's own files: what the variable
+// says, else what the system knows of the installation, else a fixed one.
 #include <cstring>
 
 #include "base/text.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The environment, and the installation's data directory found from where the library lies. The
-// build tells the ways: QUORIX_DATA_FROM_LIBRARY from the folder of the installed library,
+// build sets the ways: QUORIX_DATA_FROM_LIBRARY from the folder of the installed library,
 // QUORIX_DATA_FROM_PROGRAM from that of installed programs.
 #include <dlfcn.h>
 #include <sys/stat.h>

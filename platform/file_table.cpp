@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// The table of binary files that are known by unit numbers.
+// The table of binary files that are known by unit numbers, 0 to 99; any other gives status 1.
+//
+// A place beyond 2 GiB, which skips can reach, does not fit into a position of 32 bits: it reads
+// -1.
 #include <climits>
 
 #include "base/file_failures.h"

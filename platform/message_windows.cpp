@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// A message box, which waits for the user.
 #include <windows.h>
 
 #include "platform/message.h"

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// File names on other systems than Windows.
 #include "platform/paths.h"
 
 namespace quorix {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// What the system does for qqwque and qqrmfl, where there are no windows.
 #include <unistd.h>
 
 #include "platform/system.h"

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// What Windows does for qqwque and qqrmfl.
 #include <windows.h>
 
 #include <cstdio>

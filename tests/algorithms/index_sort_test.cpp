@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+//
 // The index sort against the literal one and against plain properties.
 //
 // QUORIX_SORT=<number> sorts that random case alone; QUORIX_SORTS=<count> compares that many.
-
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Calls qqdlau and looks behind the ends of its arrays.
 #include "tests/algorithms/library_delaunay.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Calls qqdlau with arrays that tell what was written beyond their ends.
+// Calls qqdlau with arrays that show what was written beyond their ends.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ std::vector<double> with_room(std::vector<double> points);
 
 struct LibraryTriangulation {
   int32_t result = -1;
-  literal::Triangulation triangulation;  // triangles: as many as ntri tells
+  literal::Triangulation triangulation;  // triangles: as many as ntri says
   int32_t ntri = -1;
   size_t written = 0;  // entries at the start of the triangle arrays up to the last one changed
   std::string damage;  // what was written where nothing may be; empty if nothing

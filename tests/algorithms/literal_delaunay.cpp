@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The walk through the whole list of triangles at each point, which defines the result.
 #include "tests/algorithms/literal_delaunay.h"
 
 #include <algorithm>

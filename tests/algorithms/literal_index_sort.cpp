@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The sort as it is defined, with every index checked.
 #include "tests/algorithms/literal_index_sort.h"
 
 #include <algorithm>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The store as plain vectors.
 #include "tests/algorithms/literal_polygon_store.h"
 
 #include <cstddef>
@@ -12,7 +14,7 @@ namespace quorix::literal {
 namespace {
 
 constexpr int32_t default_vertices = 4;
-constexpr int32_t vertices_told_by_call = 1;
+constexpr int32_t vertices_of_each_call = 1;
 constexpr size_t most_vertices_read = 12;
 
 // A vertex count held as a single precision number with a half added, then x and y by turns.
@@ -78,8 +80,8 @@ int32_t qqsput2(const double *x, const double *y, int32_t nv, const double *key,
 
 int32_t qqsput(const double *x, const double *y, const double *key, int32_t attribute1,
                int32_t *io) {
-  const int32_t told = store ? store->vertex_mode : 0;
-  const int32_t nv = told == vertices_told_by_call ? *io : told;
+  const int32_t fixed = store ? store->vertex_mode : 0;
+  const int32_t nv = fixed == vertices_of_each_call ? *io : fixed;
   return qqsput2(x, y, nv, key, attribute1, 0, io);
 }
 

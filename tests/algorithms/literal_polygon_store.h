@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The polygon store as it is told, with the operations under their own names. Growing only shows
+// The polygon store, step by step, with the operations under their own names. Growing only shows
 // in what it costs, so there is none here; memory never runs out.
 #pragma once
 

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The grid as lists of points, one for each cell.
 #include "tests/algorithms/literal_seed_grid.h"
 
 #include <array>

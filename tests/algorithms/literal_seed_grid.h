@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The seed grid as it is told, with the operations under their own names: a list of points for each
+// The seed grid, step by step, with the operations under their own names: a list of points for each
 // cell, a queue of lines, and the walk over the block of cells around a candidate. Memory never
 // runs out.
 #pragma once

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The polygon store at the edges of what it is told: empty, full, closed, out of memory.
-
+//
+// The polygon store at its edges: empty, full, closed, out of memory.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -221,11 +221,11 @@ TEST_F(PolygonStore, HandsAttributesBackBitForBit) {
 TEST_F(PolygonStore, TakesTheNumberOfVerticesFromItsOpening) {
   const double x[] = {1, 2, 3, 4, 5}, y[] = {6, 7, 8, 9, 10}, key = 1;
   const struct {
-    int32_t told, io, expected;
+    int32_t mode, io, expected;
   } cases[] = {{0, 2, 4}, {4, 2, 4}, {4, -3, 4}, {3, 5, 3},
                {5, 0, 5}, {1, 2, 2}, {1, 5, 5},  {1, 0, 0}};
   for (const auto &each : cases) {
-    EXPECT_EQ(ini(0, 0, each.told), 0);
+    EXPECT_EQ(ini(0, 0, each.mode), 0);
     int32_t io = each.io;
     EXPECT_EQ(qqsput(x, y, &key, 42, &io), 0);
     EXPECT_EQ(io, 0);

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Triangles from the library qhull, where it is installed.
 #include "tests/algorithms/qhull_delaunay.h"
 
 #ifdef QUORIX_TEST_WITH_QHULL

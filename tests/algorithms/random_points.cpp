@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Point sets of many kinds: scattered, in grids and columns, repeated, on circles, with NaN.
 #include "tests/algorithms/random_points.h"
 
 #include <cmath>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
+//
 // Random calls of the polygon store: the library against the literal store, call by call.
 //
 // QUORIX_POLYGON_RUN=<number> makes that run of calls alone; QUORIX_POLYGON_RUNS=<count> compares
 // that many.
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -154,7 +154,7 @@ Call random_opening(RandomValues *random) {
   return ini(0, capacity, random->one_of<int32_t>({0, 1, 1, 3, 4, 12, 13, 30, -1}));
 }
 
-// Fills, sorts and reads; what is read has been sorted, so that its order is told.
+// Fills, sorts and reads; what is read has been sorted, so that its order is defined.
 void add_round(std::vector<Call> *calls, RandomValues *random) {
   const int32_t puts = random->between(0, random->one_in(10) ? 300 : 30);
   for (int32_t i = 0; i < puts; i++) {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
+//
 // Random calls of the seed grid: the library against the literal grid, call by call.
 //
 // QUORIX_SEED_RUN=<number> makes that run of calls alone; QUORIX_SEED_RUNS=<count> compares that
 // many.
-
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
+//
 // Random point sets: the library against the literal triangulation, triangle by triangle in order,
 // status by status, with the corners that stand behind the points.
 //
 // QUORIX_TRIANGULATION=<number> runs that set alone; QUORIX_TRIANGULATIONS=<count> compares that
 // many.
-
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
 // The seed grid when memory runs out at each of its requests.
-
 #include <gtest/gtest.h>
 
 #include <vector>

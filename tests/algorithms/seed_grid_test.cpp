@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The seed grid at the edges of what it is told: cells, limits that stand crosswise, distances, the
+//
+// The seed grid at its edges: cells, limits that stand crosswise, distances, the
 // queue, bad input.
-
 #include <gtest/gtest.h>
 
 #include <cmath>

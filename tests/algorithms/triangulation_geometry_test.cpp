@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
 // Properties of the triangulation of many points: no point in the circle of a triangle, Euler's
 // counts, no edge of three triangles, and the triangles that qhull finds.
-
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
 // The triangulation when memory runs out at each of its requests.
-
 #include <gtest/gtest.h>
 
 #include "tests/algorithms/library_delaunay.h"

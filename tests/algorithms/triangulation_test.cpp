@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The triangulation at the edges of what it is told: few points, duplicates, small extents, points
+//
+// The triangulation at its edges: few points, duplicates, small extents, points
 // on a circle, bad input, and each status.
-
 #include <gtest/gtest.h>
 
 #include <algorithm>

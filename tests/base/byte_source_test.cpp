@@ -215,7 +215,7 @@ TEST(ByteSource, FindsItsPlaceAgainAfterJumpsWithoutAReadBetween) {
   });
 }
 
-// A small format with every kind of read; the second value tells where its number ends.
+// A small format with every kind of read; the second value is where its number ends.
 using Values = std::vector<std::pair<uint64_t, size_t>>;
 
 Values read_everything(ByteSource *source) {

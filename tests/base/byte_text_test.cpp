@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Byte strings: copies within their bounds, tokens, exponents.
 #include <gtest/gtest.h>
 
 #include <algorithm>

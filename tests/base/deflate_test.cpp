@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// Both zlib gates: streams in pieces, little room, and a compressor that fails. zlib's own calls
+// judge.
 #include "base/deflate.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Rows of three-byte pixels: every fast form against the plain one.
 #include "base/triples.h"
 
 #include <gtest/gtest.h>

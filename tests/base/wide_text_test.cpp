@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Strings of 16-bit units, held against the standard library.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Calls of the bitmap font operations, and what they set on a page.
 #include "tests/formats/bdf_calls.h"
 
 #include <gtest/gtest.h>

@@ -29,12 +29,12 @@ constexpr int32_t angles[] = {0,   45,  90,  180,  270,  360,  30,  1,     -1,  
 const std::vector<BdfGlyphText> shapes = {
     {'A', 9, 8, 8, 0, 0, {"18", "24", "42", "81", "FF", "81", "81", "81"}},
     {'B', 9, 16, 3, -3, -5, {"8001", "7FFE", "8001"}},
-    {'C', 9, 3, 4, 2, 7, {"FF", "00", "A5", "FF"}},  // more digits than the width tells
+    {'C', 9, 3, 4, 2, 7, {"FF", "00", "A5", "FF"}},  // more digits than the width needs
     {'D', 9, 20, 2, 1, 1, {"F00F0F", "ABCDEF"}},
     {'E', 9, 8, 2, 0, 0, {"fF", "1a8"}},   // small letters are skipped
     {'F', 9, 8, 2, 0, 0, {"8x8", "- 1"}},  // and all else
     {'G', 9, 0, 0, 0, 0, {}},
-    {'H', 9, 8, 5, 0, 0, {"FF"}},              // fewer rows than told
+    {'H', 9, 8, 5, 0, 0, {"FF"}},              // fewer rows than the height says
     {'I', 9, 8, 1, 0, 0, {"80", "40", "20"}},  // and more
 };
 

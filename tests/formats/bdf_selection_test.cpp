@@ -23,7 +23,7 @@ const char *const font_names[] = {"complx10", "complx12", "complx14", "complx18"
                                   "simplx8",  "simplx10", "simplx12", "simplx14",
                                   "helve10",  "helve12",  "helve14",  "helve18"};
 
-// Code A is as wide as told; the letters differ.
+// Code A is as wide as asked; the letters differ.
 std::vector<BdfGlyphText> small_font(int32_t width_of_a) {
   return {{'A', width_of_a, 8, 2, 0, 0, {"FF", "81"}},
           {'B', 5, 4, 1, 0, 0, {"F0"}},

@@ -36,7 +36,7 @@ class WrittenFits {
   void text(const char *name, const char *value) {
     check(fits_write_key_str(file_, name, value, "a comment", &status_));
   }
-  // Comments until the header, END included, fills its block: then its padding is told right.
+  // Comments until the header, END included, fills its block: then its padding comes out right.
   void fill_header() {
     int keys = 0;
     check(fits_get_hdrspace(file_, &keys, nullptr, &status_));
@@ -176,7 +176,7 @@ TEST(CfitsioFile, LeadsFromUnitToUnit) {
   // Rows: an integer and three doubles, 28 bytes; six characters, a blank and nine, 16.
   const int32_t sizes[] = {1, 1400, 11 * 28, 5 * 16, 480};
   for (int32_t unit = 5; unit >= 1; --unit) {
-    EXPECT_EQ(select_fits_unit(unit), 0) << "the standard's keyword XTENSION tells no type";
+    EXPECT_EQ(select_fits_unit(unit), 0) << "the standard's keyword XTENSION sets no type";
     EXPECT_EQ(fits_data(0, nullptr), sizes[unit - 1]) << unit;
   }
   EXPECT_EQ(select_fits_unit(6), -3);

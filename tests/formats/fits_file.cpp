@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Puts a FITS file together card by card, and calls the operations.
 #include "tests/formats/fits_file.h"
 
 #include <gtest/gtest.h>
@@ -86,7 +88,7 @@ int32_t fits_number(const std::string &keyword, int32_t type, int32_t *integer, 
 int32_t fits_text(const std::string &keyword, int32_t size, std::string *text) {
   int32_t status = 99;
   constexpr char untouched = '\x7E';
-  // Exactly the room that is told, so that a sanitizer sees what goes beyond it.
+  // Exactly the room that is asked for, so that a sanitizer sees what goes beyond it.
   std::vector<char> buffer(static_cast<size_t>(size > 0 ? size : 0), untouched);
   char none = untouched;
   char *room = buffer.empty() ? &none : buffer.data();

@@ -32,7 +32,7 @@ class FitsFile {
   int cards_ = 0;
 };
 
-// Bytes that tell where they stand.
+// Bytes that show where they stand.
 Bytes counted_bytes(size_t count, uint8_t first = 0);
 
 // Each gives the status.

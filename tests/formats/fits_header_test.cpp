@@ -20,7 +20,7 @@ class FitsHeader : public ::testing::Test {
     return open_fits("a");
   }
 
-  // The size in bytes of the data that the open file tells of.
+  // The size in bytes of the data that the open file declares.
   static int32_t data_size() { return fits_data(0, nullptr); }
 
   MemoryFiles files_;
@@ -93,7 +93,7 @@ TEST_F(FitsHeader, TellsWhichNumberIsMissing) {
   EXPECT_EQ(open(no_second_axis), -5);
   EXPECT_EQ(close_fits(), 0);
 
-  EXPECT_EQ(open(FitsFile().end()), -3) << "the first that is missing is told";
+  EXPECT_EQ(open(FitsFile().end()), -3) << "the first that is missing decides";
 }
 
 TEST_F(FitsHeader, LetsKeywordsBeReadInAFileThatLacksNumbers) {

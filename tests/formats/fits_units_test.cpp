@@ -11,7 +11,7 @@
 namespace quorix::testing {
 namespace {
 
-constexpr int full_header = 36;  // cards: the padding after such a header is told right
+constexpr int full_header = 36;  // cards: the padding after such a header comes out right
 
 class FitsUnits : public ::testing::Test {
  protected:
@@ -238,7 +238,7 @@ TEST_F(FitsUnits, HaveNoDataWithoutAxes) {
   file.image(16, {}).blanks_until(35).end();
   file.image(16, {8}, "EXTENSIO= 'IMAGE'").blanks_until(35).end().data_blocks(counted_bytes(16));
   open(file);
-  EXPECT_EQ(data_size(), 2) << "one element is told";
+  EXPECT_EQ(data_size(), 2) << "one element is there";
   EXPECT_EQ(select_fits_unit(2), 1) << "and none is passed";
   EXPECT_EQ(data_size(), 16);
 }

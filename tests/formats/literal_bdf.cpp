@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Reads a font by its words, and turns one pixel after another.
 #include "tests/formats/literal_bdf.h"
 
 #include <gtest/gtest.h>
@@ -30,12 +32,12 @@ std::vector<BdfGlyphText> parse_bdf(const std::string &text) {
   std::istringstream lines(text);
   std::vector<BdfGlyphText> glyphs;
   std::string line;
-  size_t told = 0;
+  size_t declared = 0;
   while (std::getline(lines, line)) {
     std::istringstream words(line);
     std::string word;
     words >> word;
-    if (word == "CHARS") words >> told;
+    if (word == "CHARS") words >> declared;
     if (word == "STARTCHAR") glyphs.emplace_back();
     if (glyphs.empty()) continue;
     BdfGlyphText &glyph = glyphs.back();
@@ -47,7 +49,7 @@ std::vector<BdfGlyphText> parse_bdf(const std::string &text) {
       glyph.rows.push_back(line);
     EXPECT_EQ(glyph.rows.size(), static_cast<size_t>(glyph.height)) << glyph.encoding;
   }
-  EXPECT_EQ(glyphs.size(), told);
+  EXPECT_EQ(glyphs.size(), declared);
   return glyphs;
 }
 

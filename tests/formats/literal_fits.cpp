@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The slow reader: it holds the whole file and looks at one card after another.
 #include "tests/formats/literal_fits.h"
 
 #include <algorithm>
@@ -31,7 +33,7 @@ void read_integer(const std::string &card, int32_t *value) {
 void look_at_axis_card(const std::string &card, LiteralUnit *unit) {
   if (card.size() > 5 && card[5] == ' ') {
     std::string text;
-    if (!value_text(card, &text)) return;  // a card without a value tells nothing
+    if (!value_text(card, &text)) return;  // a card without a value says nothing
     const int32_t count = std::atoi(text.c_str());
     const bool possible = count >= 0 && count <= 999;
     unit->naxis = possible ? count : -1;

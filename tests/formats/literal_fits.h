@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A slow reader of FITS files in memory, one step after another as its operations are told. What
+// A slow reader of FITS files in memory, one step after another. What
 // qqfits1 to qqfits6 give is compared with it.
 #pragma once
 

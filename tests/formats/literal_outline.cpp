@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Outlines from the points that a font was made of, so no table is read here.
 #include "tests/formats/literal_outline.h"
 
 #include <algorithm>

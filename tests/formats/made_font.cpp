@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Puts the tables of a TrueType font together.
 #include "tests/formats/made_font.h"
 
 #include <algorithm>

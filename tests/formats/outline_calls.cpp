@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Calls of qqttf2 with room that is watched at its ends.
 #include "tests/formats/outline_calls.h"
 
 #include <gtest/gtest.h>

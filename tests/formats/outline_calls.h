@@ -22,7 +22,7 @@ struct Counted {
 Counted count_outline(int32_t code, int32_t size, CodeOf code_of = CodeOf::unicode);
 
 // The counting call and the real one in arrays of just that size; the test fails if the two do not
-// agree, or what was told does not fit together.
+// agree, or what came back does not fit together.
 Polygons outline(int32_t code, int32_t size, CodeOf code_of = CodeOf::unicode);
 
 // The real call with this much room, in arrays of just that size.

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// A mesh made slowly, and a file taken apart word by word.
 #include "tests/formats/ply_mesh.h"
 
 #include <gtest/gtest.h>
@@ -106,7 +108,7 @@ std::string LiteralMesh::text(const std::string &object) const {
 
 namespace {
 
-// The words of a header, told apart by what they declare.
+// The words of a header, sorted by what they declare.
 struct Header {
   size_t vertices = 0, faces = 0;
   std::vector<std::string> vertex_properties;

@@ -346,7 +346,7 @@ void nearly_fill_mesh() {
               0);
 }
 
-// Lets it grow, and ends it, while request n is refused; tells whether it was.
+// Lets it grow, and ends it, while request n is refused; answers whether it was.
 bool grow_and_end_mesh(size_t n, const std::string &file) {
   FailingMemory memory(n);
   bool lost = false;
@@ -355,7 +355,7 @@ bool grow_and_end_mesh(size_t n, const std::string &file) {
     EXPECT_TRUE(status == 0 || (status == 1 && memory.failed())) << status;
     lost = lost || status != 0;
   }
-  EXPECT_EQ(lost, memory.failed()) << "each refusal while it grows is told";
+  EXPECT_EQ(lost, memory.failed()) << "each refusal while it grows has a status";
   const int32_t ended = end_mesh(file, "thing");
   EXPECT_TRUE(ended == 0 || (ended == 1 && memory.failed())) << ended;
   EXPECT_EQ(memory.live_blocks(), 0U);

@@ -14,7 +14,7 @@
 namespace quorix::testing {
 namespace {
 
-// Glyph g is a contour of g + 3 points, so that the count tells which glyph was found.
+// Glyph g is a contour of g + 3 points, so that the count shows which glyph was found.
 MadeFont numbered_font(int32_t glyphs) {
   MadeFont font;
   for (int32_t g = 0; g < glyphs; ++g) {

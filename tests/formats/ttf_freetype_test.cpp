@@ -94,7 +94,7 @@ class ReferenceFont {
     return bytes;
   }
 
-  // FreeType moves a glyph to where its left side bearing tells; how far back it was.
+  // FreeType moves a glyph to where its left side bearing says; how far back it was.
   int32_t way_back(int32_t glyph) const {
     const auto number = static_cast<size_t>(glyph);
     const size_t place =

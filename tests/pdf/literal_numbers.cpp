@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Numbers of PDF, digit by digit.
 #include "tests/pdf/literal_numbers.h"
 
 #include <cmath>

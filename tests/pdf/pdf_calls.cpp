@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Calls of the PDF operations with less ado.
 #include "tests/pdf/pdf_calls.h"
 
 #include <gtest/gtest.h>

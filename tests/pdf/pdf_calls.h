@@ -55,7 +55,7 @@ void send(const std::string &bytes);
 int32_t form(const literal::FormCall &call);
 int32_t outline(const std::string &title, int32_t level);
 
-// Length of the memory output, as qqpdf6 tells it.
+// Length of the memory output, as qqpdf6 gives it.
 int32_t memory_length();
 // The status of qqpdf6 with room for `size` bytes; what came is in `bytes`, without the rest.
 int32_t take_memory(int32_t size, std::string *bytes);

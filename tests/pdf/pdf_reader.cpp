@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// Takes a document apart by its cross-reference table, and complains where it does not fit
+// together.
 #include "tests/pdf/pdf_reader.h"
 
 #include <zlib.h>

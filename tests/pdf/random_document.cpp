@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Draws calls by chance, so that each kind meets each other.
 #include "tests/pdf/random_document.h"
 
 #include <algorithm>

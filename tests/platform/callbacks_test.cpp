@@ -124,7 +124,7 @@ TEST_F(Callbacks, GetTheirTenArguments) {
   EXPECT_EQ(pie_calls, 1);
 }
 
-// A record with a window part, and a change in one window that was not told yet.
+// A record with a window part, and a change in one window that nobody was called for yet.
 WindowSlot *change_window(int32_t slot) {
   OutputContext *context = require_output_context();
   require_window_set(context);

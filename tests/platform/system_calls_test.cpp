@@ -63,7 +63,7 @@ TEST(Clock, TellsTheLocalTime) {
   const std::time_t before = std::time(nullptr);
   EXPECT_EQ(qqtime(&day, &month, &year, &hour, &minute, &second), 0);
   const std::time_t after = std::time(nullptr);
-  // Some second between the two must be the one that was told.
+  // Some second between the two must be the one that came back.
   bool found = false;
   for (std::time_t moment = before; moment <= after; ++moment) {
     const std::tm *local = std::localtime(&moment);

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Pages whose pixels can be foreseen.
 #include "tests/pdf/other_programs/drawn_pages.h"
 
 #include <string>
