@@ -31,5 +31,6 @@ CompositeRow composite_row();
 void composite_row_rgba(uint8_t *to, uint8_t *layer, size_t count, CompositeRule rule);
 void composite_row_sse2(uint8_t *to, uint8_t *layer, size_t count, CompositeRule rule);
 void composite_row_avx2(uint8_t *to, uint8_t *layer, size_t count, CompositeRule rule);
+void composite_row_neon(uint8_t *to, uint8_t *layer, size_t count, CompositeRule rule);
 
 }  // namespace quorix

@@ -41,6 +41,8 @@ void composite_row_rgba(uint8_t *to, uint8_t *layer, size_t count, CompositeRule
 CompositeRow composite_row() {
   if constexpr (compiled_for_x86_64) {
     return processor().avx2 ? composite_row_avx2 : composite_row_sse2;
+  } else if constexpr (compiled_for_arm64) {
+    return composite_row_neon;
   } else {
     return composite_row_rgba;
   }

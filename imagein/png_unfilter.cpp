@@ -76,9 +76,12 @@ void unfilter_png_row_plainly(uint8_t filter, uint8_t *row, const uint8_t *above
 
 void unfilter_png_row(uint8_t filter, uint8_t *row, const uint8_t *above, size_t bytes,
                       size_t pixel) {
-  if constexpr (compiled_for_x86_64) {
-    if (looks_left(filter) && pixel >= 3) {
+  if (looks_left(filter) && pixel >= 3) {
+    if constexpr (compiled_for_x86_64) {
       return unfilter_pixels_sse2(filter, row, above, bytes, pixel);
+    }
+    if constexpr (compiled_for_arm64) {
+      return unfilter_pixels_neon(filter, row, above, bytes, pixel);
     }
   }
   unfilter_png_row_plainly(filter, row, above, bytes, pixel);

@@ -23,9 +23,11 @@ void unfilter_png_row(uint8_t filter, uint8_t *row, const uint8_t *above, size_t
 void unfilter_png_row_plainly(uint8_t filter, uint8_t *row, const uint8_t *above, size_t bytes,
                               size_t pixel);
 
-// ---- png_unfilter_sse2.cpp
+// ---- png_unfilter_sse2.cpp, png_unfilter_neon.cpp
 // The three filters that look at the pixel on the left, for pixels of 3, 4, 6 and 8 bytes.
 void unfilter_pixels_sse2(uint8_t filter, uint8_t *row, const uint8_t *above, size_t bytes,
+                          size_t pixel);
+void unfilter_pixels_neon(uint8_t filter, uint8_t *row, const uint8_t *above, size_t bytes,
                           size_t pixel);
 
 }  // namespace quorix

@@ -227,6 +227,11 @@ TEST(Compositing, IsTheSameEightAtATimeWithAvx2) {
 }
 #endif
 
+// The form for this processor, whichever it is.
+TEST(Compositing, IsTheSameInTheFormThatIsChosen) {
+  compare_compositing(composite_row());
+}
+
 // All pairs of channels and all alphas, which the arithmetic of 16 bits has to survive.
 TEST(Compositing, IsTheSameForEveryAlphaAndEveryPairOfChannels) {
   std::vector<uint8_t> to(4 * 256);
