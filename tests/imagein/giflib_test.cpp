@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // GIF files written by giflib, where the build has it.
-#ifndef _WIN32
+#ifdef QUORIX_TEST_WITH_GIFLIB
 
 #include <gif_lib.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Bitmaps written by ImageMagick, where the build has it.
-#ifndef _WIN32
+#ifdef QUORIX_TEST_WITH_IMAGEMAGICK
 
 #include <cstdlib>
 

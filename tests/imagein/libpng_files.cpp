@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // Files written by libpng, where the build has it.
-#ifndef _WIN32
+#ifdef QUORIX_TEST_WITH_LIBPNG
 
 #include <png.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // TIFF files written by libtiff, where the build has it.
-#ifndef _WIN32
+#ifdef QUORIX_TEST_WITH_LIBTIFF
 
 #include <tiffio.h>
 

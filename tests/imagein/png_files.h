@@ -41,7 +41,7 @@ Bytes png_file(const PngPicture &picture, int filter = filters_in_turn, size_t c
 
 ExpectedPicture expect_png(const PngPicture &picture);
 
-#ifndef _WIN32
+#ifdef QUORIX_TEST_WITH_LIBPNG
 // By libpng. Filter 5 lets it choose.
 Bytes png_by_libpng(const PngPicture &picture, int filter, size_t chunk);
 #endif
