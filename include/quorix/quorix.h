@@ -26,5 +26,6 @@
 #include "system.h"
 #include "window.h"
 #include "windowpixels.h"
+#include "windowtext.h"
 
 #endif

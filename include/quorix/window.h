@@ -155,28 +155,48 @@ QUORIX_API int32_t qqwftr(const int32_t *x, const int32_t *y, int32_t colour);
 /* Sets or reads one option of the drawing record, which it creates if there is none yet.
  *
  * option  see the table
- * value   address of an int32_t
- * set     0 reads: value becomes -1, since none of these options can be read back; any other
- *         number sets
+ * value   address of an int32_t; for options 1 and 2 a handle, or the address of one of 4 bytes.
+ *         Where it is null an option that needs a value is not set
+ * set     0 reads: value becomes the handle of the current window (option 0), of its bitmap (option
+ *         2, 0 where the system has none), or -1 (all others); any other number sets
  *
+ *  0       top-level windows from now on (the value is not used)
+ *  1       the window opened next is the caller's, with this handle
+ *  2       a bitmap of the caller's, which is kept and not used
  *  3       the low byte: 1 exchanges pure black and white of shaded triangles on a white page
+ *  5       the low byte: not 0 for a bitmap that may be larger than the caller's window, which
+ *          scrolls over it
  * 11 12    left and upper edge of the clip rectangle, inclusive
  * 13 14    right and lower edge of the clip rectangle, inclusive. Set all four, 11 first: that one
- *          draws the lines still gathered under the old rectangle
+ *          draws the raster's lines still gathered under the old rectangle
  * 17 18    tolerance of depth-tested lines: 1e-5, or 0.001 (the value is not used)
  * 19       alpha of all pixels drawn from now on into an RGBA raster, 0 to 255
+ * 20       cursor while the user is asked for something: 1 cross (at first), 2 arrow, 3 up arrow,
+ *          0 cursors are never changed
  * 21       1: translucent layers replace the background where it is untouched; 0: they blend
  * 25       level of the character code mapping
  * 26       pen width in pixels
- * 27       line caps: 0 butt, 1 round, 2 square
+ * 27       line caps: 0 butt, 1 round, 2 square. On a window caps and joins come with the next
+ *          change of colour or width
  * 28       line joins: 0 miter, 1 round, 2 bevel
+ * 30       cursor of the window when nothing is asked: 1 cross, 2 arrow (at first), 3 up arrow
  * 32       transparent colour, an index or a packed colour, that pixel and row writes skip; -1 none
- * 33       clipping of those lines and rectangles that raster.h tells of: 0 on, 1 off
- * 34       1: plain lines; 2: lines of width 1 are antialiased in an RGBA raster
+ * 33       clipping: 0 on, 1 off. A raster clips those lines and rectangles that raster.h names; a
+ *          window is held to the rectangle of the moment by both values
+ * 34       1: plain lines; 2: lines of width 1 are antialiased in an RGBA raster or by OpenGL
  * 99       all options back to their defaults (the value is not used)
  *
  * Any other option is ignored. */
 QUORIX_API int32_t qqwwid(int32_t option, void *value, int32_t set);
+
+/* Asks about the screen or the current window.
+ *
+ * mode     1: a and b become width and height of the window's client area, c becomes 0. 2: a and b
+ *          become the place of the window's upper left corner on the screen, c becomes 0. Any other
+ *          number: a and b become width and height of the screen, c its bits per pixel
+ *
+ * Modes 1 and 2 take the events that wait first, and give 0 where no window is open. */
+QUORIX_API int32_t qqwwsc(int32_t *a, int32_t *b, int32_t *c, int32_t *mode);
 
 #ifdef __cplusplus
 }
