@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/memory.h"
 #include "quorix/windowpixels.h"
@@ -33,6 +34,7 @@ int32_t pixel_type(const WindowSet *set) {
 
 FileStatus save_bitmap(const OutputContext *context, const char *filename) {
   const WindowSet *set = context->window.window_set;
+  const FileWork work("qqwfil", filename);
   const OwnedFile file = open_file(filename, "wb");
   if (!file) return file_not_opened;
   const BitmapInfo &info = set->bitmap_info;

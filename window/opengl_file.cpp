@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/file_failures.h"
 #include "base/files.h"
 #include "base/memory.h"
 #include "raster/raster_file.h"
@@ -90,6 +91,7 @@ FileStatus save_gl_picture(const OutputContext *context, const char *filename) {
   const GlCalls *gl = drawing_gl(context);
   const Page &page = context->page;
   if (gl == nullptr || page.width < 1 || page.height < 1) return file_not_opened;
+  const FileWork work("qqwfil", filename);
   const OwnedFile file = open_file(filename, "wb");
   if (!file) return file_not_opened;
   const RasterFileHeader header = {page.width, page.height, rgb_bits, page.width * 3, rgb_bits, 32,

@@ -62,8 +62,8 @@ QUORIX_API int32_t qqssrt(const double *keys, int32_t *index, int32_t n);
  *           the polygons. Any other mode does nothing
  * capacity  mode 0: number of polygons expected; 0, or less, means 10000. More may come
  * io        input, mode 0: vertices of each polygon that comes through qqsput; 0 means 4, and 1
- *           that each call tells its own. Output: mode 3: the number of polygons; other modes: 0,
- *           or 1 if there is no memory, in which case an open store stays as it was
+ *           that each call tells its own. Output: 0 done; 1 no memory, and an open
+ *           store stays as it was. Mode 3 gives the number of polygons
  *
  * Without an open store modes 1 and 2 do nothing and mode 3 counts 0. */
 QUORIX_API int32_t qqsini(int32_t mode, int32_t capacity, int32_t *io);
@@ -115,8 +115,8 @@ QUORIX_API int32_t qqsget(double *x, double *y, int32_t position, int32_t *attri
  * ndim       3, or any other number for two dimensions
  * mode       0 opens, in the place of an open grid; 1 closes, whatever the other arguments say; any
  *            other does nothing
- * status     mode 0: 0 done; 1 no memory, a cell size that is not a positive number, or a domain of
- *            negative or infinite extent. Mode 1: 1 if there was no memory to file some points
+ * status     0 done; 1 with mode 0 no memory, a cell size that is not a positive number, or a
+ *            domain of negative or infinite extent, with mode 1 no memory to file some points
  *
  * Returns 0, or 1 if the grid could not be opened; a grid that was open then stays. */
 QUORIX_API int32_t qqseed1(const double *xmin, const double *xmax, const double *ymin,
@@ -129,7 +129,7 @@ QUORIX_API int32_t qqseed1(const double *xmin, const double *xmax, const double 
  *
  * x, y, z  receive its points, as many as n1 + n2; z is not written unless ndim is 3
  * n1, n2   receive the two parts of the number of points
- * status   0 delivered; 1 there is none, or no grid (all else is left alone)
+ * status   0 done; 1 there is no further line, or no grid (all else is left alone)
  *
  * Returns the status. A line can be had once. */
 QUORIX_API int32_t qqseed2(double *x, double *y, double *z, int32_t *n1, int32_t *n2,

@@ -26,10 +26,12 @@ extern "C" {
 
 /* Opens a file and reads its first header.
  *
- *   filename  of the file (see quorix.h). A file that was open before is closed, once this one was
- * read. status    0 done; -1 the file cannot be opened, or -2 no memory, and what was open before
- * stays open; -3 the header has no BITPIX; -4 it has no NAXIS, or one outside 0 to 999; -5 one of
- * its NAXISn is missing. With -3 to -5 the file is open all the same.
+ *   filename  of the file (see quorix.h). A file that was open before is closed, once this one
+ *             was read.
+ *   status    0 done; -1 the file cannot be opened, and what was open before stays open; -2 no
+ *             memory, and what was open before stays open; -3 the header has no BITPIX; -4 the
+ *             header has no NAXIS, or one outside 0 to 999; -5 one of its NAXISn is missing. With
+ *             -3 to -5 the file is open all the same.
  */
 QUORIX_API int32_t qqfits1(const char *filename, int32_t *status);
 
@@ -76,11 +78,11 @@ QUORIX_API int32_t qqfits5(const char *keyword, char *buffer, const int32_t *siz
  * bytes behind the start of the file as the unit's header has, wherever the unit stands.
  *
  *   number  1 for the first unit; a smaller number counts as 1
- *   result  the unit's type: 0 primary or none told, 1 image, 2 ASCII table, 3 binary table, where
- *           a keyword EXTENSION tells it (kept: XTENSION does not). -1 the unit cannot be reached,
- *           for instance because of a negative axis before it; -2 no memory; -3 no BITPIX in that
- *           unit, or no such unit; -4 no NAXIS, or one outside 0 to 999; -5 one of its NAXISn is
- *           missing; -6 no file is open
+ *   result  the unit's type: 0 primary, or of no known type; 1 image; 2 ASCII table; 3 binary
+ *           table. A keyword EXTENSION gives it (kept: XTENSION does not). -1 the unit cannot be
+ *           reached, for instance because of a negative axis before it; -2 no memory; -3 no BITPIX
+ *           in that unit, or no such unit; -4 no NAXIS, or one outside 0 to 999; -5 one of its
+ *           NAXISn is missing; -6 no file is open
  */
 QUORIX_API int32_t qqfits6(const int32_t *number, int32_t *result);
 
@@ -109,10 +111,11 @@ QUORIX_API int32_t qqply1(const double *x, const double *y, const double *z, con
 /* Ends the mesh, and writes it with mode 0. Without a mesh it does nothing.
  *
  *   filename     of the file (see quorix.h). All of it has been handed to the system afterwards,
- * and quorix_last_failure (status.h) tells whether it was accepted; kept: the file stays open until
- * the process ends. object_name  for a comment in the file mode         0: write the file; any
- * other: only end the mesh status       0 done; 1 the file cannot be created, or the mesh was lost,
- * and nothing is written
+ *                and quorix_last_failure (status.h) tells whether it was accepted; kept: the file
+ *                stays open until the process ends.
+ *   object_name  for a comment in the file
+ *   mode         0: write the file; any other: only end the mesh
+ *   status       0 done; 1 the file cannot be created, or the mesh was lost, and nothing is written
  *
  * Coordinates have six decimals. Lines end as text files do: with CR LF on Windows and LF
  * elsewhere.

@@ -69,7 +69,7 @@ QUORIX_API int32_t qqgllin(const double *x1, const double *y1, const double *x2,
  *           of option 19; only on RGBA rasters and windows of 24 or 32 bits
  *         4 they are opaque again
  * status  0 done; 1 no memory, or op 1 on a palette raster, without a page or without a drawing
- *         record; or op 2 could not reach the window's pixels
+ *         record, or op 2 could not reach the window's pixels
  *
  * Returns 1 where op 1 failed: what was the target remains it. Otherwise 0. Opening an open layer
  * again does nothing. */

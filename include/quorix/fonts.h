@@ -81,9 +81,11 @@ QUORIX_API int32_t qqbdf2(const int32_t *code, const int32_t *x, const int32_t *
  * filename    the font file (see quorix.h); it is closed again before the call returns
  * swap_bytes  1 on hosts that store numbers with the low byte first (as x86 does), else 0
  * status      0 done; 1 the file cannot be opened; 2 no memory; 3 a table is not all there; 4 no
- *             character map for platform 3, encoding 1; 5 that map has another format than 4;
- *             8 that map is shorter than its segments; a table is missing: 11 cmap, 12 loca,
- *             13 head, 14 maxp, 15 glyf; a table has a wrong length: 23 head, 24 maxp
+ *             character map for platform 3, encoding 1; 5 the character map has another format
+ *             than 4; 8 the character map is shorter than its segments; 11 the table cmap is
+ *             missing; 12 the table loca is missing; 13 the table head is missing; 14 the table
+ *             maxp is missing; 15 the table glyf is missing; 23 the table head has a wrong length;
+ *             24 the table maxp has a wrong length
  *
  * Nothing can be read from a font whose opening failed; qqttf3 or the next qqttf1 releases it.
  *
@@ -106,7 +108,7 @@ QUORIX_API int32_t qqttf1(const char *filename, uint8_t swap_bytes, int32_t *sta
  *                sign, here), 263 and 264 stand for letters and signs and all others for
  *                themselves; anything else if it is a Unicode value.
  *                Output: 0 done; 1 no font is open; 6 max_points is too small; 7 a component of
- *                the glyph is no simple glyph, 8 the glyph or a component does not exist or is
+ *                the glyph is no simple glyph; 8 the glyph or a component does not exist or is
  *                damaged, or its components have more than 2^24 points (of several components, the
  *                last one's status)
  *

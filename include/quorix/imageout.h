@@ -72,8 +72,8 @@ QUORIX_API int32_t qqpppm(const char *file, const int32_t *device, const int32_t
  *          refuse or misread indexed pictures with 0 or more than 256 entries, or with an index
  *          that has no entry; no status warns of that: 256 is right for every picture. A computed
  *          palette of fewer entries is filled up with black
- * status   file: 0 done, -1, -2 and -9 as above, -3 to -5 the compressor failed (at its start, in
- *          its work, at its end).
+ * status   file: as above; -3 the compressor could not be started; -4 the compressor failed in its
+ *          work; -5 the compressor failed at its end.
  *          memory: on entry the room in `target` in bytes, to be set anew for each call; on return
  *          the bytes of the picture, or 0 if they do not fit or there is nothing to read. Room 0
  *          (also by a status left from a call before) stores nothing and gives the

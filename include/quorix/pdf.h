@@ -36,8 +36,8 @@ extern "C" {
  * page_width, page_height  size of all pages in points
  * mode                     bit 0: compress all streams; any higher bit: output to memory
  * rotate_and_status        on entry, where the low 8 bits are not 0, pages are shown turned by 90
- *                          degrees clockwise; on return 0 done, -1 the file cannot be opened, -2 no
- *                          memory */
+ *                          degrees clockwise; on return: 0 done; -1 the file cannot be
+ *                          opened; -2 no memory */
 QUORIX_API int32_t qqpdf1(const char *file, int32_t page_width, int32_t page_height, int32_t mode,
                           int32_t *rotate_and_status);
 
@@ -45,8 +45,8 @@ QUORIX_API int32_t qqpdf1(const char *file, int32_t page_width, int32_t page_hei
  *
  * buffer  `size` bytes
  * size    room in the buffer; 0 copies nothing and tells how many bytes there are
- * status  number of bytes, those lost for want of memory included if size is 0; -1 some of them
- *         were lost; -2 there are none, or they were handed over before; -3 they do not fit
+ * status  number of bytes, those lost for want of memory included if size is 0; -1 some bytes were
+ *         lost; -2 there are no bytes, or they were handed over before; -3 the bytes do not fit
  *
  * The library's copy is released when the bytes were handed over, by the next qqpdf1 with output to
  * memory, and by qqpfree. Without a record size 0 gives 0. */
@@ -65,8 +65,8 @@ QUORIX_API int32_t qqpdf7(const uint8_t *data, int32_t count);
  * title   bytes up to a terminating zero, written as they are between parentheses, which therefore
  *         must be balanced in it, or escaped
  * level   0 to 4; a bookmark belongs to the last one before it of a lower level
- * status  0 done; 1 no such level, or no document; 2 some lower level has no bookmark yet; 3 and 4
- *         no memory */
+ * status  0 done; 1 no such level, or no document; 2 some lower level has no bookmark yet;
+ *         3 no memory for the table of bookmarks; 4 no memory for the title */
 QUORIX_API int32_t qqpdf9(const char *title, const int32_t *level, int32_t *status);
 
 /* Releases everything, a document in memory included. An open document is given up. */
@@ -153,7 +153,7 @@ QUORIX_API int32_t qqpdf5(int32_t code, const double *matrix, int32_t rotation, 
  * compress            not 0: compress the form
  * rotate              1: turned by 90 degrees clockwise; another value but 0 fits the box as if it
  *                     were, but does not turn it
- * status              0 */
+ * status              0 done */
 QUORIX_API int32_t qqpdf8(const uint8_t *data, const int32_t *length, const double *box_x,
                           const double *box_y, const double *box_width, const double *box_height,
                           const double *place_x, const double *place_y, const double *target_width,

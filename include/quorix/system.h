@@ -25,35 +25,35 @@ extern "C" {
  *   mode    1: write, the file is emptied or created; 2: append; anything else, usually 0: read.
  *           Kept: the low 8 bits of mode + 1 stand for the open file afterwards. 1 may be read,
  *           all others written, so a file opened with mode 3 can be neither.
- *   status  0 opened; 1 it cannot be opened, the unit is no unit, or the low 8 bits of mode + 1 are
- *           0; 2 the unit is in use, and its file is left alone
+ *   status  0 done; 1 the file cannot be opened, the unit is no unit, or the low 8 bits of mode + 1
+ *           are 0; 2 the unit is in use, and its file is left alone
  */
 QUORIX_API int32_t c_openfl(const char *name, const int32_t *unit, const int32_t *mode,
                             int32_t *status);
 
-/* Closes the file of a unit. status: 0 closed; 1 no file is open under it. Bytes that were gathered
- * are written now, and quorix_last_failure (status.h) tells whether they could be. */
+/* Closes the file of a unit. status: 0 done; 1 no file is open under the unit. Bytes that were
+ * gathered are written now, and quorix_last_failure (status.h) tells whether they could be. */
 QUORIX_API int32_t c_closfl(const int32_t *unit, int32_t *status);
 
 /* Reads up to `count` bytes. result: the number of bytes read, less than `count` at the end of the
- * file; -1 if the unit is not open for reading or `count` is negative. */
+ * file; -1 the unit is not open for reading, or `count` is negative. */
 QUORIX_API int32_t c_readfl(const int32_t *unit, uint8_t *buffer, const int32_t *count,
                             int32_t *result);
 
 /* Writes `count` bytes. result: the number of bytes accepted, less than `count` on a disk that is
- * full; -1 if the unit is not open for writing or `count` is negative. Bytes are gathered before
+ * full; -1 the unit is not open for writing, or `count` is negative. Bytes are gathered before
  * they go to the disk, so c_closfl may be what fails: see there. */
 QUORIX_API int32_t c_writfl(const int32_t *unit, const uint8_t *buffer, const int32_t *count,
                             int32_t *result);
 
-/* Moves by `offset` bytes from the current position. result: 0; -1 if the unit is not open or the
- * move is refused, as it is before the start of the file. Moves may lead beyond 2 GiB. */
+/* Moves by `offset` bytes from the current position. result: 0 done; -1 the unit is not open,
+ * or the move is refused, as it is before the start of the file. Moves may lead beyond 2 GiB. */
 QUORIX_API int32_t c_skipfl(const int32_t *unit, const int32_t *offset, int32_t *result);
 
 /* Moves to `position`, counted from the start of the file. result: as for c_skipfl. */
 QUORIX_API int32_t c_posifl(const int32_t *unit, const int32_t *position, int32_t *result);
 
-/* result: the position in bytes from the start of the file; -1 if the unit is not open, or if the
+/* result: the position in bytes from the start of the file; -1 the unit is not open, or the
  * position does not fit in 32 bits. */
 QUORIX_API int32_t c_tellfl(const int32_t *unit, int32_t *result);
 

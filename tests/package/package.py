@@ -48,7 +48,7 @@ def declared_operations():
     names = set()
     for header in sorted((INCLUDE / "quorix").glob("*.h")):
         text = without_comments(header.read_text())
-        names.update(re.findall(r"\bQUORIX_API\s+int32_t\s+(\w+)\s*\(", text))
+        names.update(re.findall(r"\bQUORIX_API\s+(?:int32_t\s+|const char \*)(\w+)\s*\(", text))
     return names
 
 

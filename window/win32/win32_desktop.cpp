@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "base/file_names.h"
+
 namespace quorix {
 
 namespace {
@@ -92,8 +94,17 @@ void set_title(WindowId window, const char *title) {
   SetWindowTextA(handle_of(window), title);
 }
 
+HANDLE load_icon(const char *filename) {
+  if (!is_wide_name(filename)) {
+    return LoadImageA(nullptr, filename, IMAGE_ICON, 0, 0, LR_LOADFROMFILE);
+  }
+  const OwnedArray<wchar_t> name = wide_name(filename);
+  if (name == nullptr) return nullptr;
+  return LoadImageW(nullptr, name.get(), IMAGE_ICON, 0, 0, LR_LOADFROMFILE);
+}
+
 bool set_icon(WindowId window, const char *filename) {
-  HANDLE icon = LoadImageA(nullptr, filename, IMAGE_ICON, 0, 0, LR_LOADFROMFILE);
+  const HANDLE icon = load_icon(filename);
   if (icon == nullptr) return false;
   SetClassLongPtrA(handle_of(window), GCLP_HICON, reinterpret_cast<LONG_PTR>(icon));
   return true;
