@@ -25,6 +25,60 @@ int is_finite(double value) {
   return value - value == 0;
 }
 
+static void check_written(const char *file, int status) {
+  if (status != 0) fail("%s cannot be written (status %d)", file, status);
+}
+
+/* ---- The page or a window ---- */
+
+static int on_window;
+
+void open_window(int device, int width, int height) {
+  int32_t page_w = width, page_h = height, placement = 2, x = 0, y = 0, w = width, h = height;
+  int32_t bits = 0, actual_w = 0, actual_h = 0, white = 2;
+  uint8_t colour_mode = 0;
+  qqwini(device, &page_w, &page_h, &placement, &x, &y, &w, &h, &bits, &colour_mode, &actual_w,
+         &actual_h, &white);
+  if (actual_w != width || (actual_h & 0xFFFF) != height)
+    fail("no window of %d by %d pixels", width, height);
+  on_window = 1;
+}
+
+void save_window(const char *file, int width, int height) {
+  int32_t device = -72, order = 1, w = width, h = height, colours = 256, status = 0;
+  qqwimg(0, &status);
+  if (status != 0) fail("no memory for the pixels of the window");
+  qqppng((char *)file, &device, &order, &w, &h, NULL, &colours, &status);
+  check_written(file, status);
+  qqwimg(1, &status);
+}
+
+void plot_colour(int colour) {
+  if (on_window)
+    qqwclr(colour);
+  else
+    qqvclr(colour);
+}
+
+void plot_pen(int x, int y, int code) {
+  if (on_window)
+    qqwdrw(x, y, code);
+  else
+    qqvdrw(x, y, code);
+}
+
+void plot_line(int x1, int y1, int x2, int y2) {
+  plot_pen(x1, y1, 3);
+  plot_pen(x2, y2, 2);
+}
+
+void plot_box(int x1, int y1, int x2, int y2, int colour) {
+  if (on_window)
+    qqwfll(x1, y1, x2 - x1 + 1, y2 - y1 + 1, colour);
+  else
+    qqvfll(x1, y1, x2, y2, colour);
+}
+
 static void open_raster(int page_width, int width, int height, int white) {
   int32_t w = width, h = height, status = white;
   qqvini(page_width, height, &w, &h, 1, &status);
@@ -40,10 +94,6 @@ void open_page(int width, int height) {
 void open_palette_page(int width, int height, const uint32_t *palette) {
   open_raster(width, width, height, 0);
   qqvvlt(1, palette);
-}
-
-static void check_written(const char *file, int status) {
-  if (status != 0) fail("%s cannot be written (status %d)", file, status);
 }
 
 void save_png(const char *file, int width, int height) {
@@ -159,9 +209,9 @@ static void draw_ticks(const Axes *axes, int vertical, int grid) {
     int at = vertical ? row_of(axes, n * step) : column_of(axes, n * step);
     format_tick(text, sizeof text, n * step, step);
     if (grid && vertical)
-      qqvlin(axes->left, at, axes->right, at);
+      plot_line(axes->left, at, axes->right, at);
     else if (grid)
-      qqvlin(at, axes->top, at, axes->bottom);
+      plot_line(at, axes->top, at, axes->bottom);
     else if (vertical)
       draw_text(axes->left - TICK_LENGTH - 12, at + TICK_SIZE / 2, TICK_SIZE, RIGHT, text);
     else
@@ -169,32 +219,32 @@ static void draw_ticks(const Axes *axes, int vertical, int grid) {
     if (grid) continue;
     set_pen(2, BUTT_CAP, MITER_JOIN);
     if (vertical)
-      qqvlin(axes->left - TICK_LENGTH, at, axes->left, at);
+      plot_line(axes->left - TICK_LENGTH, at, axes->left, at);
     else
-      qqvlin(at, axes->bottom, at, axes->bottom + TICK_LENGTH);
+      plot_line(at, axes->bottom, at, axes->bottom + TICK_LENGTH);
   }
 }
 
 static void draw_frame(const Axes *axes) {
   set_pen(2, BUTT_CAP, MITER_JOIN);
-  qqvdrw(axes->left, axes->top, 3);
-  qqvdrw(axes->right, axes->top, 2);
-  qqvdrw(axes->right, axes->bottom, 2);
-  qqvdrw(axes->left, axes->bottom, 2);
-  qqvdrw(axes->left, axes->top, 2);
+  plot_pen(axes->left, axes->top, 3);
+  plot_pen(axes->right, axes->top, 2);
+  plot_pen(axes->right, axes->bottom, 2);
+  plot_pen(axes->left, axes->bottom, 2);
+  plot_pen(axes->left, axes->top, 2);
 }
 
 void draw_axes(const Axes *axes, const char *title, const char *x_title, const char *y_title) {
   int middle = (axes->left + axes->right) / 2;
   set_pen(1, BUTT_CAP, MITER_JOIN);
-  qqvclr(PALE);
+  plot_colour(PALE);
   draw_ticks(axes, 0, 1);
   draw_ticks(axes, 1, 1);
-  qqvclr(GREY);
+  plot_colour(GREY);
   draw_frame(axes);
   draw_ticks(axes, 0, 0);
   draw_ticks(axes, 1, 0);
-  qqvclr(INK);
+  plot_colour(INK);
   if (title) draw_text(axes->left, axes->top - 28, TITLE_SIZE, LEFT, title);
   if (x_title) draw_text(middle, axes->bottom + 88, LABEL_SIZE, CENTRE, x_title);
   if (y_title)
@@ -207,16 +257,16 @@ void draw_colour_bar(int left, int top, int bottom, int first, int count, double
   double step = nice_step(high - low, (bottom - top) / 90 + 1);
   char text[32];
   for (int y = top; y <= bottom; y++)
-    qqvfll(left, y, left + 40, y, first + (bottom - y) * count / (bottom - top + 1));
-  qqvclr(GREY);
+    plot_box(left, y, left + 40, y, first + (bottom - y) * count / (bottom - top + 1));
+  plot_colour(GREY);
   draw_frame(&axes);
   for (double n = ceil(low / step); n * step <= high; n++) {
     int y = row_of(&axes, n * step);
     format_tick(text, sizeof text, n * step, step);
     draw_text(left + 60, y + TICK_SIZE / 2, TICK_SIZE, LEFT, text);
     set_pen(2, BUTT_CAP, MITER_JOIN);
-    qqvlin(left + 40, y, left + 50, y);
+    plot_line(left + 40, y, left + 50, y);
   }
-  qqvclr(INK);
+  plot_colour(INK);
   draw_text(left, top - 28, LABEL_SIZE, LEFT, title);
 }

@@ -54,6 +54,21 @@ void save_picture(const char *file, int width, int height);
 void save_png(const char *file, int width, int height);
 void save_palette_png(const char *file, int width, int height, const uint32_t *palette);
 
+/* Opens a white plot window; what stands below then draws on the current window. Device 81 draws
+ * through OpenGL where that can be had. Without a screen the window lies in memory, and nothing
+ * waits. */
+void open_window(int device, int width, int height);
+
+/* Writes what the current window holds as a PNG file. */
+void save_window(const char *file, int width, int height);
+
+/* On the page or on the current window: the colour, a step of the pen (3 moves, 2 draws), a line,
+ * and a box, corners inclusive. */
+void plot_colour(int colour);
+void plot_pen(int x, int y, int code);
+void plot_line(int x1, int y1, int x2, int y2);
+void plot_box(int x1, int y1, int x2, int y2, int colour);
+
 /* Fills `count` words of a palette from one colour 0xRRGGBB to the next. */
 void blend_colours(uint32_t *palette, int count, const uint32_t *stops, int stop_count);
 

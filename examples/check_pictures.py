@@ -58,7 +58,7 @@ def main():
     # Forward slashes do on every system.
     words = [word.replace("{data}", (HERE / "data").as_posix()) for word in shlex.split(command)]
     # The bitmap fonts are those of the sources.
-    environment = dict(os.environ, QUORIX=HERE.parent.as_posix())
+    environment = dict(os.environ, QUORIX=HERE.parent.as_posix(), QUORIX_DESKTOP="memory")
     status = subprocess.run(program + words[1:], cwd=folder, env=environment).returncode
     if status != 0:
         sys.exit(f"{command}: exit status {status}")

@@ -10,7 +10,11 @@
 
 #include "axes.h"
 
-enum { RASTER = 101 };
+static int scene_device = 101; /* the page */
+
+void draw_scene_on(int device) {
+  scene_device = device;
+}
 
 Vector vector(double x, double y, double z) {
   Vector v = {x, y, z};
@@ -95,7 +99,7 @@ void draw_triangle(const View *view, Corner a, Corner b, Corner c) {
   add_corner(view, a, 0, x, y, z, red, green, blue);
   add_corner(view, b, 1, x, y, z, red, green, blue);
   add_corner(view, c, 2, x, y, z, red, green, blue);
-  qqztri3(x, y, z, red, green, blue, RASTER);
+  qqztri3(x, y, z, red, green, blue, scene_device);
 }
 
 void draw_quad(const View *view, Corner a, Corner b, Corner c, Corner d) {
@@ -107,7 +111,7 @@ void draw_edge(const View *view, Vector a, Vector b, int colour) {
   double x[2] = {column(view, a), column(view, b)};
   double y[2] = {row(view, a), row(view, b)};
   double z[2] = {depth(view, a), depth(view, b)};
-  qqzlin2(x, y, colour, z, RASTER);
+  qqzlin2(x, y, colour, z, scene_device);
 }
 
 typedef struct Ball {
@@ -171,7 +175,7 @@ void draw_rod(const View *view, Vector from, Vector to, double radius, unsigned 
 }
 
 void use_depth(void) {
-  int32_t status = RASTER;
+  int32_t status = scene_device;
   qqzbuf(0, &status);
   if (status == 1) fail("no memory for the depth buffer");
 }

@@ -44,6 +44,9 @@ void draw_edge(const View *view, Vector a, Vector b, int colour);
 void draw_ball(const View *view, Vector centre, double radius, unsigned colour);
 void draw_rod(const View *view, Vector from, Vector to, double radius, unsigned colour);
 
+/* Scenes are drawn on the page, or from now on the device of a number: a window up to 100. */
+void draw_scene_on(int device);
+
 /* Switch depth buffering on, and an alpha from 0 to 255. */
 void use_depth(void);
 void use_alpha(int alpha);

@@ -219,9 +219,9 @@ typedef struct Line {
 static void pen_to(const Line *line, double x, double y, int code) {
   int along = (int)floor(x * line->unit + 0.5), above = (int)floor(y * line->unit + 0.5);
   if (line->upward)
-    qqvdrw(line->x - above, line->y - along, code);
+    plot_pen(line->x - above, line->y - along, code);
   else
-    qqvdrw(line->x + along, line->y - above, code);
+    plot_pen(line->x + along, line->y - above, code);
 }
 
 typedef struct Point {

@@ -72,7 +72,7 @@ def draw(programs, gallery, file, command):
         words = shlex.split(command.replace("{data}", str(ROOT / "examples" / "data")))
         program = programs / words[0]
         # The bitmap fonts are those of the sources.
-        environment = dict(os.environ, QUORIX=str(ROOT))
+        environment = dict(os.environ, QUORIX=str(ROOT), QUORIX_DESKTOP="memory")
         status = subprocess.run([program, *words[1:]], cwd=gallery, env=environment).returncode
         if status != 0:
             sys.exit(f"gallery: {command}: exit status {status}")
