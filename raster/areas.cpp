@@ -18,9 +18,7 @@ void fill_rect(const Surface<Pixel> &s, const Rect &r) {
     fill_run(row, static_cast<size_t>(width * rows), s.ink);
     return;
   }
-  for (ptrdiff_t i = 0; i < rows; ++i, row += s.pitch) {
-    fill_run(row, static_cast<size_t>(width), s.ink);
-  }
+  fill_rows({row, s.pitch, static_cast<size_t>(width), static_cast<size_t>(rows)}, s.ink);
 }
 
 // Without clipping only the page bounds the rectangle.

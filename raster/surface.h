@@ -10,10 +10,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #include "base/processor.h"
 #include "core/output_context.h"
+#include "raster/fill_run.h"
 
 namespace quorix {
 
@@ -86,63 +86,6 @@ void with_surface(const OutputContext *context, Draw draw) {
     draw(make_surface<uint32_t>(context, rgba_ink(context->colours)));
   } else {
     draw(make_surface<uint8_t>(context, context->colours.colour_index));
-  }
-}
-
-// ---- Runs of one colour. Most are short, so these store a few wide words that may overlap
-// ---- instead of looping over pixels.
-
-template <class Word>
-void store_word(void *to, Word word) {
-  std::memcpy(to, &word, sizeof(word));
-}
-
-// 16 bytes: one store on processors with SIMD, several elsewhere.
-typedef uint32_t FourPixels __attribute__((vector_size(16)));
-
-// At least 4 pixels, 4 at a time.
-inline void fill_by_fours(uint32_t *to, size_t count, uint32_t ink) {
-  const FourPixels four = {ink, ink, ink, ink};
-  uint32_t *const last = to + count - 4;
-  for (; to < last; to += 4)
-    store_word(to, four);
-  store_word(last, four);
-}
-
-// For at least `long_run` pixels; fill_long_run.cpp, fill_long_run_avx.cpp.
-inline constexpr size_t long_run = 64;
-void fill_long_run(uint32_t *to, size_t count, uint32_t ink);
-void fill_long_run_avx(uint32_t *to, size_t count, uint32_t ink);
-
-inline void fill_run(uint32_t *to, size_t count, uint32_t ink) {
-  if (count < 4) {
-    const uint64_t two = ink | static_cast<uint64_t>(ink) << 32;
-    if (count == 1) {
-      *to = ink;
-    } else if (count > 1) {
-      store_word(to, two);
-      store_word(to + count - 2, two);
-    }
-    return;
-  }
-  if (count >= long_run) return fill_long_run(to, count, ink);
-  fill_by_fours(to, count, ink);
-}
-
-inline void fill_run(uint8_t *to, size_t count, uint8_t ink) {
-  const uint64_t eight = 0x0101010101010101ULL * ink;
-  if (count > 32) {
-    std::memset(to, ink, count);
-  } else if (count >= 8) {
-    for (size_t i = 0; i + 8 < count; i += 8)
-      store_word(to + i, eight);
-    store_word(to + count - 8, eight);
-  } else if (count >= 4) {
-    store_word(to, static_cast<uint32_t>(eight));
-    store_word(to + count - 4, static_cast<uint32_t>(eight));
-  } else {
-    for (size_t i = 0; i < count; ++i)
-      to[i] = ink;
   }
 }
 

@@ -54,13 +54,40 @@ TEST(FillRun, SetsItsWordsAndNoOthers) {
   expect_runs_of_every_length<uint32_t>(0x12345678, 1, fill_run);
 }
 
-TEST(FillRun, SetsTheSameInEveryForm) {
+TEST(FillRun, SetsTheSameByFours) {
   expect_runs_of_every_length<uint32_t>(0x12345678, 4, fill_by_fours);
-  if constexpr (compiled_for_x86_64) {
-    if (processor().avx) {
-      expect_runs_of_every_length<uint32_t>(0x12345678, long_run, fill_long_run_avx);
+}
+
+// Rectangles of widths around those where another form takes over, at every place of a cache line.
+template <class Pixel, class FillRows>
+void expect_rows(Pixel ink, size_t narrowest, FillRows fill) {
+  constexpr size_t pitch = 200;
+  constexpr size_t most_rows = 3;
+  for (size_t start = 0; start < 64; ++start) {
+    for (size_t width = narrowest; width <= 130; ++width) {
+      for (size_t rows = 0; rows <= most_rows; ++rows) {
+        std::vector<Pixel> page(pitch * (most_rows + 1), Pixel{7});
+        std::vector<Pixel> wanted = page;
+        for (size_t y = 0; y < rows; ++y) {
+          for (size_t x = 0; x < width; ++x)
+            wanted[y * pitch + start + x] = ink;
+        }
+        fill(Rows<Pixel>{page.data() + start, pitch, width, rows}, ink);
+        ASSERT_EQ(page, wanted) << "start " << start << ", " << width << " x " << rows;
+      }
     }
   }
+}
+
+TEST(FillRows, SetsItsBytesAndNoOthers) {
+  expect_rows<uint8_t>(201, 1, [](const auto &rows, uint8_t ink) { fill_rows(rows, ink); });
+  expect_rows<uint8_t>(201, 1, fill_rows_plainly<uint8_t>);
+}
+
+TEST(FillRows, SetsItsWordsAndNoOthers) {
+  expect_rows<uint32_t>(0x12345678, 1,
+                        [](const auto &rows, uint32_t ink) { fill_rows(rows, ink); });
+  expect_rows<uint32_t>(0x12345678, 1, fill_rows_plainly<uint32_t>);
 }
 
 // ---- Two pixels beside a smooth line
