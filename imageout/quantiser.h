@@ -25,7 +25,7 @@ inline constexpr size_t quantised_colours = 256;
 // on it. Entries stand in the order of the tree. There is no status: without memory for the tree no
 // pixel finds a place, all indices are 0 and no entry is written.
 //
-// Needs about 630 KB of its own, whatever the size of the picture.
+// Needs about 670 KB of its own, whatever the size of the picture.
 void quantise(const uint8_t *rgb, size_t width, size_t height, uint8_t *indices, uint8_t *reds,
               uint8_t *greens, uint8_t *blues);
 
