@@ -62,7 +62,7 @@ int main(int argc, char **argv) {
   /* A negative width asks for a picture in which white is transparent. */
   int32_t device = -101, order = 1, clear = -WIDTH, colours = 256;
   qqppng(argv[1], &device, &order, &clear, &height, NULL, &colours, &status);
-  if (status != 0) fail("%s cannot be written (status %d)", argv[1], (int)status);
+  check_written(argv[1], status);
   qqwfree();
   return 0;
 }

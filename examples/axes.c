@@ -25,8 +25,11 @@ int is_finite(double value) {
   return value - value == 0;
 }
 
-static void check_written(const char *file, int status) {
+void check_written(const char *file, int status) {
+  char reason[256] = "";
   if (status != 0) fail("%s cannot be written (status %d)", file, status);
+  if (quorix_last_failure(NULL, NULL, NULL, reason, NULL, sizeof reason) != 0)
+    fail("%s is not whole: %s", file, reason);
 }
 
 /* ---- The page or a window ---- */
@@ -155,6 +158,29 @@ void set_clip(int left, int top, int right, int bottom) {
   int32_t values[4] = {left, top, right, bottom};
   for (int i = 0; i < 4; i++)
     qqwwid(11 + i, &values[i], 1);
+}
+
+void fill_polygon(const double *xs, const double *ys, int corners) {
+  int32_t n = corners, status;
+  qqvpol(xs, ys, &n, &status);
+  if (status != 0) fail("a polygon of %d corners is too jagged", corners);
+}
+
+/* A row crosses each side of a piece once at most, and so no more than PIECE + 2 of them. */
+void fill_under(const double *xs, const double *ys, int count, double base) {
+  enum { PIECE = 90 };
+  double px[PIECE + 2], py[PIECE + 2];
+  for (int first = 0; first + 1 < count; first += PIECE - 1) {
+    int points = count - first < PIECE ? count - first : PIECE;
+    for (int i = 0; i < points; i++) {
+      px[i] = xs[first + i];
+      py[i] = ys[first + i];
+    }
+    px[points] = px[points - 1]; /* back along the base line */
+    px[points + 1] = px[0];
+    py[points] = py[points + 1] = base;
+    fill_polygon(px, py, points + 2);
+  }
 }
 
 double axes_x(const Axes *axes, double value) {

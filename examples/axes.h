@@ -40,6 +40,10 @@ int is_finite(double value);
 
 /* ---- Pages ------------------------------------------------------------------------------- */
 
+/* Ends the program unless a file was written, by the status of the operation, and reached the disk
+ * as a whole. */
+void check_written(const char *file, int status);
+
 /* Opens a white RGBA page. */
 void open_page(int width, int height);
 
@@ -83,6 +87,14 @@ void set_pen(int width, int cap, int join);
 
 /* Limits all drawing to a rectangle, corners inclusive. */
 void set_clip(int left, int top, int right, int bottom);
+
+/* Fills a polygon in the current colour. Ends the program where a row crosses it too often for the
+ * library, which draws no more than 99 crossings of one. */
+void fill_polygon(const double *xs, const double *ys, int corners);
+
+/* Fills the area between a curve of any number of points, from left to right, and a base line. It
+ * is drawn in pieces that no row crosses too often. */
+void fill_under(const double *xs, const double *ys, int count, double base);
 
 enum { LEFT, CENTRE, RIGHT };
 

@@ -323,6 +323,7 @@ static void write_picture(const Options *options, const char *ending) {
   int status = write_as(options->out, ending, options);
   if (status == -1) fail("%s: the file cannot be written", options->out);
   if (status != 0) fail("%s: no memory to write the file (status %d)", options->out, status);
+  check_written(options->out, status);
 }
 
 int main(int count, char **arguments) {

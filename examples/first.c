@@ -19,6 +19,7 @@ int main(void) {
     int32_t red = (int32_t)(95 + 160 * depth), green = (int32_t)(70 + 140 * depth * depth);
     qqvclr(0x01301A10 + (int32_t)(34 - 34 * depth) * 0x10001);
     qqvpol(xs, ys, &points, &status);
+    if (status != 0) return status;
     qqvclr(0x01000000 | (int32_t)(190 - 120 * depth) << 16 | green << 8 | red);
     for (int i = 2; i < points; i += 4)
       qqvdrw((int32_t)xs[i], (int32_t)ys[i], i == 2 ? 3 : 2);

@@ -82,6 +82,7 @@ static Image read_image(const char *file) {
   image.exposure = real_keyword("EXPTIME");
   read_pixels(&image);
   qqfits2(&status);
+  if (status != 0) fail("%s was not open", file);
   return image;
 }
 

@@ -88,6 +88,8 @@ static void read_outline(int unicode, Outline *outline) {
   if (outline->points > 0)
     qqttf2(unicode, outline->x, outline->y, MAX_POINTS, &outline->points, outline->sizes,
            MAX_CONTOURS, &outline->contours, outline_size, &status);
+  if (outline->points > 0 && status != 0)
+    fail("the letter U+%04X has no outline (status %d)", unicode, (int)status);
 }
 
 /* How far the next character stands away. Outlines tell no widths, so they get as much room on
@@ -118,9 +120,9 @@ static void fill_outline(const Outline *outline, const double *x, const double *
     int first = 0;
     qqvclr(holes ? WHITE : colour);
     for (int contour = 0; contour < outline->contours; contour++) {
-      int32_t count = outline->sizes[contour], status;
+      int count = outline->sizes[contour];
       if ((area_of(x + first, y + first, count) > 0) != holes)
-        qqvpol(x + first, y + first, &count, &status);
+        fill_polygon(x + first, y + first, count);
       first += count;
     }
   }

@@ -82,7 +82,7 @@ int main(int argc, char **argv) {
   /* A positive device with a negative height: an indexed picture with a palette made for it. */
   int32_t device = 101, order = 1, width = WIDTH, height = -HEIGHT, colours = 256, status = 0;
   qqppng(argv[2], &device, &order, &width, &height, NULL, &colours, &status);
-  if (status != 0) fail("%s cannot be written (status %d)", argv[2], (int)status);
+  check_written(argv[2], status);
   qqwfree();
   return 0;
 }

@@ -60,6 +60,7 @@ static void draw_look(const Look *look) {
 static void use_raster_file(const char *file, int32_t mode) {
   int32_t status = 0;
   qqvfil(file, mode, &status);
+  if (mode == 0) check_written(file, status);
   if (status != 0) fail("%s: status %d of the raster file", file, (int)status);
 }
 
@@ -105,7 +106,7 @@ int main(int argc, char **argv) {
 
   int32_t device = 101, width = PAGE_WIDTH, height = PAGE_HEIGHT, status = 0;
   qqpppm(argv[2], &device, &width, &height, NULL, &status);
-  if (status != 0) fail("%s cannot be written (status %d)", argv[2], (int)status);
+  check_written(argv[2], status);
 
   int32_t x = WIDTH + 2 * GAP, y = HEIGHT + 2 * GAP, w = WIDTH, h = HEIGHT, on = 1;
   qqpclp(&x, &y, &w, &h, &on);

@@ -108,12 +108,12 @@ static void put_landscape(void) {
 
 static void paint_polygons(void) {
   double x[12], y[12];
-  int32_t count, colour, corners, status;
+  int32_t count, colour, corners;
   qqsini(3, 0, &count);
   for (int32_t position = 0; position < count; position++) {
     qqsget(x, y, position, &colour, &corners);
     qqvclr(colour);
-    qqvpol(x, y, &corners, &status);
+    fill_polygon(x, y, corners);
   }
 }
 
@@ -128,8 +128,10 @@ int main(int argc, char **argv) {
   blend_colours(colours, 256, tints, 8);
   open_page(WIDTH, HEIGHT);
   qqsini(0, ROWS * COLUMNS, &io);
+  if (io != 0) fail("no memory for the polygons");
   put_landscape();
   qqsini(2, 0, &io);
+  if (io != 0) fail("no memory to sort the polygons");
   paint_polygons();
   qqsini(1, 0, &io);
   qqvclr(INK);

@@ -40,6 +40,7 @@ void start_pdf(const char *file, int width, int height, int compress) {
 
 void end_pdf(void) {
   operate(0, 0, 1);
+  check_written("the document", 0);
   qqpfree();
 }
 

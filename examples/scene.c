@@ -177,7 +177,7 @@ void draw_rod(const View *view, Vector from, Vector to, double radius, unsigned 
 void use_depth(void) {
   int32_t status = scene_device;
   qqzbuf(0, &status);
-  if (status == 1) fail("no memory for the depth buffer");
+  if (status != 0) fail("no depth buffer (status %d)", (int)status);
 }
 
 void use_alpha(int alpha) {

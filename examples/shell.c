@@ -83,7 +83,7 @@ static void write_mesh(const char *file) {
     }
   int32_t mode = 0, status = 0;
   qqply2(file, "shell", &mode, &status);
-  if (status != 0) fail("%s cannot be written", file);
+  check_written(file, status);
 }
 
 /* ---- The picture ------------------------------------------------------------------------- */

@@ -86,8 +86,7 @@ static void draw_head(const Axes *axes, const double *xs, const double *ys, int 
   double length = sqrt(dx * dx + dy * dy), along_x = dx / length, along_y = dy / length;
   double px[3] = {x + 9 * along_x, x - 7 * along_x - 6 * along_y, x - 7 * along_x + 6 * along_y};
   double py[3] = {y + 9 * along_y, y - 7 * along_y + 6 * along_x, y - 7 * along_y - 6 * along_x};
-  int32_t corners = 3, status;
-  qqvpol(px, py, &corners, &status);
+  fill_polygon(px, py, 3);
 }
 
 /* Traces a line through a place both ways, draws it and files it, unless it is short. */
@@ -140,6 +139,7 @@ static void draw_lines(const Axes *axes) {
   while (qqseed2(line.x, line.y, &z, &line.n1, &line.n2, &status) == 0);
   mode = 1;
   qqseed1(&low, &high, &low, &high, &no_z, &no_z, &separation, &ndim, &mode, &status);
+  if (status != 0) fail("no memory for some points of the grid");
 }
 
 static void draw_speeds(const Axes *axes) {

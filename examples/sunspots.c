@@ -2,8 +2,8 @@
  *
  * A filled curve with a gradient: sunspots sunspots.csv out.png
  *
- * The area is one polygon. It is drawn once for each band of the page, with the clip rectangle
- * set to the band, in a colour of its own.
+ * The area is drawn once for each band of the page, with the clip rectangle set to the band, in a
+ * colour of its own.
  */
 #include <stdio.h>
 
@@ -25,22 +25,21 @@ static int read_years(const char *file, double *years, double *spots) {
   return count;
 }
 
-static void draw_area(const Axes *axes, const double *xs, const double *ys, int32_t corners) {
+static void draw_area(const Axes *axes, const double *xs, const double *ys, int count) {
   uint32_t colours[BANDS];
-  int32_t status;
   blend_colours(colours, BANDS, sun_colours, 4);
   for (int band = 0; band < BANDS; band++) {
     int height = axes->bottom - axes->top;
     int top = axes->top + height * band / BANDS;
     set_clip(axes->left, top, axes->right, axes->top + height * (band + 1) / BANDS - 1);
     qqvclr((int32_t)COLOUR(colours[band]));
-    qqvpol(xs, ys, &corners, &status);
+    fill_under(xs, ys, count, axes->bottom - 2);
   }
   set_clip(0, 0, WIDTH - 1, HEIGHT - 1);
 }
 
 int main(int argc, char **argv) {
-  static double years[MAX_YEARS], spots[MAX_YEARS], xs[MAX_YEARS + 2], ys[MAX_YEARS + 2];
+  static double years[MAX_YEARS], spots[MAX_YEARS], xs[MAX_YEARS], ys[MAX_YEARS];
   if (argc != 3) {
     fprintf(stderr, "usage: sunspots sunspots.csv out.png\n");
     return 2;
@@ -53,10 +52,7 @@ int main(int argc, char **argv) {
     xs[i] = axes_x(&axes, years[i]);
     ys[i] = axes_y(&axes, spots[i]);
   }
-  xs[count] = xs[count - 1]; /* back along the base line */
-  xs[count + 1] = xs[0];
-  ys[count] = ys[count + 1] = axes.bottom - 2;
-  draw_area(&axes, xs, ys, count + 2);
+  draw_area(&axes, xs, ys, count);
   qqvclr(COLOUR(0x8A2D00));
   set_pen(2, BUTT_CAP, MITER_JOIN);
   for (int i = 0; i < count; i++)

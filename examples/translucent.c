@@ -50,6 +50,7 @@ static void by_layer(const View *view) {
   use_alpha(140);
   draw_bodies(view);
   qqwabl(2, &status);
+  if (status != 0) fail("the layer cannot be blended");
   use_alpha(255);
 }
 
@@ -57,9 +58,11 @@ static void by_blended_triangles(const View *view) {
   int32_t status = 0;
   draw_saddle(view);
   qqwabl(3, &status);
+  if (status != 0) fail("triangles cannot be blended");
   use_alpha(110);
   draw_bodies(view);
   qqwabl(4, &status);
+  if (status != 0) fail("triangles cannot be opaque again");
   use_alpha(255);
 }
 

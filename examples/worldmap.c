@@ -40,13 +40,12 @@ static void move_to(double longitude, double latitude, int code) {
 
 static void draw_sea(void) {
   double xs[362], ys[362];
-  int32_t corners = 362, status;
   for (int i = 0; i <= 180; i++) {
     project(-180, i - 90, &xs[i], &ys[i]);
     project(180, 90 - i, &xs[181 + i], &ys[181 + i]);
   }
   qqvclr(SEA);
-  qqvpol(xs, ys, &corners, &status);
+  fill_polygon(xs, ys, 362);
   qqvclr(GRATICULE);
   for (int latitude = -60; latitude <= 60; latitude += 30) {
     move_to(-180, latitude, 3);
@@ -58,9 +57,8 @@ static void draw_sea(void) {
 }
 
 static void draw_ring(const double *xs, const double *ys, int32_t corners) {
-  int32_t status;
   qqvclr(GROUND);
-  qqvpol(xs, ys, &corners, &status);
+  fill_polygon(xs, ys, corners);
   qqvclr(BORDER);
   for (int i = 0; i < corners; i++)
     qqvdrw((int)floor(xs[i] + 0.5), (int)floor(ys[i] + 0.5), i == 0 ? 3 : 2);

@@ -22,7 +22,7 @@ struct StatusSource {
 constexpr StatusSource sources[] = {
     {" qqvini qqvwin qqvpol qqvfil ", false},
     {" qqzbuf qqwabl ", false},
-    {" qqwico qqwpol2 qqwimg qqwfil ", false},
+    {" qqwico qqwpol2 qqwimg qqwfil qqwfnt ", false},
     {" qqpppm qqpgif qqptif qqpbmp qqpps qqppdf ", false},
     {" qqppng qqpltif ", true},
     {" qqpiwin qqpiscl qqpibmp qqpigif qqpipng qqpitif ", false},
@@ -67,12 +67,14 @@ constexpr StatusRow rows[] = {
      "no memory, or op 1 on a palette raster, without a page or without a drawing record, or op 2 "
      "could not reach the window's pixels"},
 
-    // window.h and windowpixels.h
+    // window.h, windowpixels.h and windowtext.h
     {" qqwico ", QUORIX_WINDOW_NO_ICON,
      "the file cannot be read as an icon, there is no window, or the system has no icons"},
     {" qqwpol2 ", QUORIX_POLYGON_CUT,
      "no memory, no window device, or with OpenGL a row of more than 99 crossings, drawn with its "
      "first 99"},
+    {" qqwfnt ", QUORIX_WINDOW_NO_FONT,
+     "there is no such font, no window, or the system has no fonts"},
     {" qqwimg ", QUORIX_WINDOW_NO_PIXELS, "no window, no bitmap or no memory"},
     {" qqwfil ", QUORIX_RASTER_FILE_MISSING, "the file cannot be opened, or there is no window"},
     {" qqwfil ", QUORIX_RASTER_FILE_NO_MEMORY, "no memory"},

@@ -25,18 +25,20 @@ PREVIEW = ("gs", "-q", "-dBATCH", "-dNOPAUSE", "-dSAFER", "-sDEVICE=png16m", "-r
 PAGE = """<!DOCTYPE html>
 <html lang="en">
 <meta charset="utf-8">
-<meta name="viewport" content="width=device-width">
+<meta name="viewport" content="width=device-width, initial-scale=1">
 <title>Quorix gallery</title>
 <style>
-body {{ font-family: sans-serif; margin: 2em; background: #f4f4f2; color: #222; }}
-main {{ display: grid; grid-template-columns: repeat(auto-fill, minmax(22em, 1fr)); gap: 1.5em; }}
-figure {{ margin: 0; padding: 1em; background: #fff; border: 1px solid #ddd; }}
+body {{ font-family: sans-serif; margin: clamp(.6em, 4vw, 2em); background: #f4f4f2; color: #222; }}
+main {{ display: grid; gap: 1.5em;
+  grid-template-columns: repeat(auto-fill, minmax(min(22em, 100%), 1fr)); }}
+figure {{ margin: 0; padding: 1em; background: #fff; border: 1px solid #ddd; min-width: 0; }}
 img {{ max-width: 100%; height: auto; {squares} }}
 figcaption {{ margin-top: .6em; line-height: 1.4; }}
-code, small {{ color: #555; overflow-wrap: anywhere; }}
+code, small {{ color: #555; }}
+figure {{ overflow-wrap: anywhere; }}
 </style>
 <h1>Quorix gallery</h1>
-<p>{count} pictures, each drawn by a small program through the exported operations alone.</p>
+<p>{count}, each drawn by a small program through the exported operations alone.</p>
 <main>
 {figures}
 </main>
@@ -92,6 +94,8 @@ def previews(gallery, file):
 
 
 def figure(gallery, file, caption, source, command):
+    """The figure, and how many pictures it shows."""
+    shown = []
     name = html.escape(file)
     suffix = pathlib.Path(file).suffix
     if suffix in SHOWN | PAGED:
@@ -107,7 +111,7 @@ def figure(gallery, file, caption, source, command):
         sys.exit(f"gallery: {file}: there is no {source}")
     source_link = pathlib.Path(os.path.relpath(ROOT / source, gallery)).as_posix()
     command = html.escape(command.replace("{data}", "examples/data"))
-    return FIGURE.format(picture=picture, caption=html.escape(caption),
+    return len(shown), FIGURE.format(picture=picture, caption=html.escape(caption),
                          source=html.escape(source), source_link=html.escape(source_link),
                          command=command and f" <code>{command}</code>")
 
@@ -116,13 +120,19 @@ def main():
     programs, gallery = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])
     shutil.rmtree(gallery, ignore_errors=True)
     gallery.mkdir(parents=True)
-    figures = []
+    figures, pictures, links = [], 0, 0
     for file, caption, source, command in read_list(ROOT / "examples" / "gallery.txt"):
         draw(programs, gallery, file, command)
-        figures.append(figure(gallery, file, caption, source, command))
+        shown, text = figure(gallery, file, caption, source, command)
+        figures.append(text)
+        pictures += shown
+        links += shown == 0
     index = gallery / "index.html"
-    index.write_text(PAGE.format(squares=SQUARES, count=len(figures), figures="\n".join(figures)))
-    print(f"{len(figures)} pictures, see {index}")
+    count = f"{pictures} pictures"
+    if links:
+        count += f" and {links} other {'file' if links == 1 else 'files'}"
+    index.write_text(PAGE.format(squares=SQUARES, count=count, figures="\n".join(figures)))
+    print(f"{count}, see {index}")
 
 
 if __name__ == "__main__":

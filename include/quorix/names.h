@@ -136,7 +136,7 @@ enum {
 /* The status of every operation that did what it was asked to. */
 enum { QUORIX_DONE = 0 };
 
-/* raster.h, depth.h, window.h and windowpixels.h */
+/* raster.h, depth.h, window.h, windowpixels.h and windowtext.h */
 enum {
   QUORIX_RASTER_NOT_OPENED = 1, /* qqvini */
   QUORIX_CROP_NO_MEMORY = -2,   /* qqvwin */
@@ -148,9 +148,10 @@ enum {
   QUORIX_RASTER_FILE_DEPTH = 4, /* qqwfil */
   QUORIX_DEPTH_NO_MEMORY = 1,   /* qqzbuf */
   QUORIX_DEPTH_NOT_DONE = 2,
-  QUORIX_LAYER_FAILED = 1,    /* qqwabl */
-  QUORIX_WINDOW_NO_ICON = 1,  /* qqwico */
-  QUORIX_WINDOW_NO_PIXELS = 1 /* qqwimg */
+  QUORIX_LAYER_FAILED = 1,     /* qqwabl */
+  QUORIX_WINDOW_NO_ICON = 1,   /* qqwico */
+  QUORIX_WINDOW_NO_PIXELS = 1, /* qqwimg */
+  QUORIX_WINDOW_NO_FONT = 1    /* qqwfnt */
 };
 
 /* imageout.h and imagein.h */
