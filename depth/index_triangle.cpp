@@ -6,58 +6,17 @@
 #include "depth/pixel_formats.h"
 #include "depth/quad_value.h"
 #include "quorix/depth.h"
-#include "raster/repeated_sum.h"
+#include "raster/edge_walk.h"
 
 namespace quorix {
 
 namespace {
 
-// A point of an edge, or what one row adds to it. c is the index, or for a packed colour its
-// number; quadrilaterals do not use it.
-struct IndexPoint {
-  double x, c;
-};
-
-struct IndexEdges {
-  IndexPoint on_short, on_long;
-  IndexPoint short_step, long_step;
-};
-
-IndexPoint row_step(IndexPoint from, IndexPoint to, int32_t from_row, int32_t to_row) {
-  const double rows = static_cast<double>(to_row) - from_row;
-  return {(to.x - from.x) / rows, (to.c - from.c) / rows};
-}
-
-void step_point(IndexPoint *p, IndexPoint step) {
-  p->x += step.x;
-  p->c += step.c;
-}
-
-void skip_rows(IndexPoint *p, IndexPoint step, int64_t count) {
-  p->x = repeated_sum(p->x, step.x, count);
-  p->c = repeated_sum(p->c, step.c, count);
-}
-
-// Calls span(x1, x2, y, c1, c2) for the rows first to last, as far as they are rows of the box.
-template <class Span>
-void walk_rows(const Rect &box, IndexEdges *e, int64_t first, int64_t last, Span span) {
-  if (first > last) return;
-  const int64_t skipped = std::clamp<int64_t>(box.y1 - first, 0, last - first + 1);
-  skip_rows(&e->on_short, e->short_step, skipped);
-  skip_rows(&e->on_long, e->long_step, skipped);
-  last = std::min<int64_t>(last, box.y2);
-  for (int64_t y = first + skipped; y <= last; ++y) {
-    const int32_t xs = round_to_int32(e->on_short.x);
-    const int32_t xl = round_to_int32(e->on_long.x);
-    if (xs >= xl) {
-      span(xl, xs, static_cast<int32_t>(y), e->on_long.c, e->on_short.c);
-    } else {
-      span(xs, xl, static_cast<int32_t>(y), e->on_short.c, e->on_long.c);
-    }
-    step_point(&e->on_short, e->short_step);
-    step_point(&e->on_long, e->long_step);
-  }
-}
+// What is interpolated along an edge: x, and the index, or for a packed colour its number.
+// Quadrilaterals do not use the second.
+enum EdgeValue : int { edge_x, edge_colour, edge_values };
+using IndexPoint = EdgePoint<edge_values>;
+using IndexEdges = EdgePair<edge_values>;
 
 // All corners on one row: places follow x, while the indices stay in the order of y, here the order
 // in which equal rows are sorted. Kept, as in shaded triangles.
@@ -71,37 +30,36 @@ void walk_flat(const Rect &box, const IndexTriangle &t, const int32_t *by_y, Spa
     span(t.x[by_x[i]], t.x[by_x[i + 1]], y, t.colour[by_y[i]], t.colour[by_y[i + 1]]);
 }
 
+// Calls span(x1, x2, y, c1, c2), from left to right; where both points stand at one x, the long
+// edge comes first.
+template <class Span>
+void call_span(const IndexPoint &on_short, const IndexPoint &on_long, int32_t y, Span span) {
+  const int32_t xs = round_to_int32(on_short.v[edge_x]);
+  const int32_t xl = round_to_int32(on_long.v[edge_x]);
+  if (xs >= xl) {
+    span(xl, xs, y, on_long.v[edge_colour], on_short.v[edge_colour]);
+  } else {
+    span(xs, xl, y, on_short.v[edge_colour], on_long.v[edge_colour]);
+  }
+}
+
+// Calls span as call_span does for the rows of the box.
 template <class Span>
 void walk_triangle(const Rect &box, const IndexTriangle &t, Span span) {
   if (is_empty(box)) return;
   int32_t order[3];
   sort3_int(t.y, &order[0], &order[1], &order[2]);
-  const int32_t ya = t.y[order[0]];
-  const int32_t yb = t.y[order[1]];
-  const int32_t yc = t.y[order[2]];
-  if (ya == yc) return walk_flat(box, t, order, span);
-  const auto point = [&](int32_t i) {
-    return IndexPoint{static_cast<double>(t.x[i]), static_cast<double>(t.colour[i])};
-  };
-  const IndexPoint a = point(order[0]);
-  const IndexPoint b = point(order[1]);
-  const IndexPoint c = point(order[2]);
-  IndexEdges edges;
-  edges.on_long = a;
-  edges.long_step = row_step(a, c, ya, yc);
-  if (ya == yb) {
-    edges.on_short = b;
-    edges.short_step = row_step(b, c, yb, yc);
-    return walk_rows(box, &edges, yb, yc, span);
+  const int32_t rows[3] = {t.y[order[0]], t.y[order[1]], t.y[order[2]]};
+  if (rows[0] == rows[2]) return walk_flat(box, t, order, span);
+  IndexPoint corners[3];
+  for (int i = 0; i < 3; ++i) {
+    corners[i] = {{static_cast<double>(t.x[order[i]]), static_cast<double>(t.colour[order[i]])}};
   }
-  edges.on_short = a;
-  edges.short_step = row_step(a, b, ya, yb);
-  walk_rows(box, &edges, ya, yb, span);
-  if (yb == yc || yb >= box.y2) return;
-  edges.short_step = row_step(b, c, yb, yc);
-  edges.on_short = b;
-  step_point(&edges.on_short, edges.short_step);
-  walk_rows(box, &edges, static_cast<int64_t>(yb) + 1, yc, span);
+  walk_triangle_edges(box, corners, rows, [&](IndexEdges *edges, int32_t first, int32_t last) {
+    draw_each_row(edges, first, last, [&](const IndexEdges &e, int32_t y) {
+      call_span(e.on_short, e.on_long, y, span);
+    });
+  });
 }
 
 template <class Pixels>

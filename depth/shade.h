@@ -2,39 +2,25 @@
 //
 // Shaded triangles: two edges that are stepped row by row, and the spans between them.
 //
-// All values are doubles that accumulate; nothing is computed anew at a corner, since pictures
-// depend on every bit of it.
+// The edges are those of all triangles (raster/edge_walk.h). Along a row all values are computed
+// from its two ends.
 #pragma once
 
 #include "depth/depth.h"
+#include "raster/edge_walk.h"
 
 namespace quorix {
 
-// What is interpolated besides x. Channels run from 0 to 255.
-enum Shade : int { shade_red, shade_green, shade_blue, shade_z, shade_values };
+// What is interpolated along an edge. Channels run from 0 to 255. The first four are interpolated
+// along a row too.
+enum Shade : int { shade_red, shade_green, shade_blue, shade_z, shade_x, edge_shades };
+inline constexpr int span_shades = shade_x;
+using ShadePoint = EdgePoint<edge_shades>;
+using ShadeEdges = EdgePair<edge_shades>;
 
 // Equal depth passes while opaque; a blended pixel has to lie in front.
 inline constexpr double opaque_tolerance = 1e-6;
 inline constexpr double blended_distance = 0.001;
-
-// A point of an edge, or what one row adds to it.
-struct ShadePoint {
-  double v[shade_values];
-  double x;
-};
-
-inline void step_point(ShadePoint *p, const ShadePoint &step) {
-  for (int i = 0; i < shade_values; ++i)
-    p->v[i] += step.v[i];
-  p->x += step.x;
-}
-
-// The edges in the row that comes next. The short edge ends at the middle corner, and the long one
-// passes it.
-struct ShadeEdges {
-  ShadePoint on_short, on_long;
-  ShadePoint short_step, long_step;
-};
 
 // ---- shade_span.cpp
 // A span that runs from one point to another in row y, both ends included.

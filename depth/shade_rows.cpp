@@ -30,7 +30,7 @@ bool is_opaque_rgba(const Target &t) {
 }  // namespace
 
 bool is_tame(const ShadePoint &p) {
-  return std::abs(p.x) < tame_limit && std::abs(p.v[shade_red]) < tame_limit &&
+  return std::abs(p.v[shade_x]) < tame_limit && std::abs(p.v[shade_red]) < tame_limit &&
          std::abs(p.v[shade_green]) < tame_limit && std::abs(p.v[shade_blue]) < tame_limit;
 }
 

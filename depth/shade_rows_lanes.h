@@ -17,7 +17,7 @@ namespace {
 struct LaneSpan {
   const ShadePoint *a, *b;
   Doubles xa, xb;
-  double slopes[shade_values];
+  double slopes[span_shades];
   __m128i alpha;
 };
 
@@ -92,16 +92,16 @@ QUORIX_LANES int32_t rounded(double v) {
 
 QUORIX_LANES void shade_row(const RgbaRows &rows, const ShadePoint &a, const ShadePoint &b,
                             float *depths, uint32_t *pixels) {
-  const int32_t ia = rounded(a.x);
-  const int32_t ib = rounded(b.x);
+  const int32_t ia = rounded(a.v[shade_x]);
+  const int32_t ib = rounded(b.v[shade_x]);
   const int32_t left = std::max(ia, rows.left);
   const int32_t right = std::min(ib, rows.right);
   if (left > right) return;
   LaneSpan s;
   s.a = &a;
   s.b = &b;
-  s.xa = spread(a.x);
-  s.xb = spread(b.x);
+  s.xa = spread(a.v[shade_x]);
+  s.xb = spread(b.v[shade_x]);
   s.alpha = _mm_set1_epi32(static_cast<int32_t>(rows.alpha));
   const Doubles slopes =
       quotient(difference(load_doubles(a.v), load_doubles(b.v)), difference(s.xa, s.xb));
@@ -124,7 +124,7 @@ QUORIX_LANES void shade_row(const RgbaRows &rows, const ShadePoint &a, const Sha
 
 QUORIX_LANES void step_lanes(ShadePoint *p, const ShadePoint &step) {
   store_doubles(p->v, sum(load_doubles(p->v), load_doubles(step.v)));
-  p->x += step.x;
+  p->v[shade_x] += step.v[shade_x];
 }
 
 QUORIX_LANES void shade_rows_lanes(const RgbaRows &rows, ShadeEdges *e, int32_t first,
@@ -132,7 +132,7 @@ QUORIX_LANES void shade_rows_lanes(const RgbaRows &rows, ShadeEdges *e, int32_t 
   uint32_t *pixels = rows.pixels + first * rows.pitch;
   float *depths = rows.depths != nullptr ? rows.depths + first * rows.depth_pitch : nullptr;
   for (int32_t y = first;; ++y) {
-    const bool long_first = e->on_short.x >= e->on_long.x;
+    const bool long_first = e->on_short.v[shade_x] >= e->on_long.v[shade_x];
     const ShadePoint &a = long_first ? e->on_long : e->on_short;
     const ShadePoint &b = long_first ? e->on_short : e->on_long;
     shade_row(rows, a, b, depths, pixels);

@@ -61,15 +61,15 @@ void put_shaded(const Pixels &pixels, const SpanRule &rule, int32_t x, int32_t y
 template <class Pixels>
 void shade_row(const Target &t, const Pixels &pixels, const SpanRule &rule, const ShadePoint &a,
                const ShadePoint &b, int32_t y) {
-  const int32_t ia = round_to_int32(a.x);
-  const int32_t ib = round_to_int32(b.x);
+  const int32_t ia = round_to_int32(a.v[shade_x]);
+  const int32_t ib = round_to_int32(b.v[shade_x]);
   const int32_t left = std::max(ia, t.box.x1);
   const int32_t right = std::min(ib, t.box.x2);
   if (left > right || y < t.box.y1 || y > t.box.y2) return;
-  Ramp ramps[shade_values];
-  for (int i = 0; i < shade_values; ++i) {
-    const double slope = ia != ib ? (a.v[i] - b.v[i]) / (a.x - b.x) : 0.0;
-    ramps[i] = {a.x, b.x, a.v[i], b.v[i], slope};
+  Ramp ramps[span_shades];
+  for (int i = 0; i < span_shades; ++i) {
+    const double slope = ia != ib ? (a.v[i] - b.v[i]) / (a.v[shade_x] - b.v[shade_x]) : 0.0;
+    ramps[i] = {a.v[shade_x], b.v[shade_x], a.v[i], b.v[i], slope};
   }
   float *depths = t.depth == nullptr ? nullptr : t.depth + y * t.depth_pitch;
   for (int32_t x = left; x <= right; ++x) {
@@ -89,13 +89,12 @@ void shade_rows(const Target &t, const Pixels &pixels, ShadeEdges *e, int32_t fi
   const SpanRule rule = span_rule<Pixels>(t.context);
   for (int32_t y = first;; ++y) {
     // Where both stand at one x, the long edge comes first.
-    if (e->on_short.x >= e->on_long.x) {
+    if (e->on_short.v[shade_x] >= e->on_long.v[shade_x]) {
       shade_row(t, pixels, rule, e->on_long, e->on_short, y);
     } else {
       shade_row(t, pixels, rule, e->on_short, e->on_long, y);
     }
-    step_point(&e->on_short, e->short_step);
-    step_point(&e->on_long, e->long_step);
+    step_edges(e);
     if (y == last) return;
   }
 }

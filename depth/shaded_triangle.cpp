@@ -8,7 +8,8 @@
 #include "depth/pixel_formats.h"
 #include "depth/shade.h"
 #include "quorix/depth.h"
-#include "raster/repeated_sum.h"
+#include "raster/edge_walk.h"
+#include "raster/raster.h"
 
 namespace quorix {
 
@@ -18,73 +19,35 @@ namespace {
 constexpr double same_row = 0.1;
 
 ShadePoint corner(const ShadedTriangle &c, int32_t i) {
-  return {{c.r[i] * 255.0, c.g[i] * 255.0, c.b[i] * 255.0, c.z[i]}, c.x[i]};
+  return {{c.r[i] * 255.0, c.g[i] * 255.0, c.b[i] * 255.0, c.z[i], c.x[i]}};
 }
 
-// What a row adds on the way from one point to another, `rows` farther down.
-ShadePoint row_step(const ShadePoint &from, const ShadePoint &to, double rows) {
-  ShadePoint step;
-  for (int i = 0; i < shade_values; ++i)
-    step.v[i] = (to.v[i] - from.v[i]) / rows;
-  step.x = (to.x - from.x) / rows;
-  return step;
-}
-
-struct Rows {
-  int32_t a, b, c;
-};
-
-Rows corner_rows(double ya, double yb, double yc) {
-  Rows rows = {};
-  rows.a = round_to_int32(ya);
-  rows.b = std::abs(yb - ya) >= same_row ? round_to_int32(yb) : rows.a;
-  rows.c = rows.a;
+// The rows of the corners, which come in their order downward.
+void corner_rows(double ya, double yb, double yc, int32_t *rows) {
+  rows[0] = round_to_int32(ya);
+  rows[1] = std::abs(yb - ya) >= same_row ? round_to_int32(yb) : rows[0];
+  rows[2] = rows[0];
   if (std::abs(yc - ya) >= same_row) {
-    rows.c = std::abs(yc - yb) >= same_row ? round_to_int32(yc) : rows.b;
+    rows[2] = std::abs(yc - yb) >= same_row ? round_to_int32(yc) : rows[1];
   }
-  return rows;
-}
-
-double row_count(int32_t from, int32_t to) {
-  return static_cast<double>(to) - from;
-}
-
-void skip_rows(ShadePoint *p, const ShadePoint &step, int64_t count) {
-  for (int i = 0; i < shade_values; ++i)
-    p->v[i] = repeated_sum(p->v[i], step.v[i], count);
-  p->x = repeated_sum(p->x, step.x, count);
-}
-
-// The rows first to last, whether on the page or not. Edges are not stepped past the page.
-void walk_rows(const Target &t, bool tame, ShadeEdges *edges, int64_t first, int64_t last) {
-  if (first > last) return;
-  const int64_t skipped = std::clamp<int64_t>(t.box.y1 - first, 0, last - first + 1);
-  if (skipped > 0) {
-    skip_rows(&edges->on_short, edges->short_step, skipped);
-    skip_rows(&edges->on_long, edges->long_step, skipped);
-  }
-  first += skipped;
-  last = std::min<int64_t>(last, t.box.y2);
-  if (first > last) return;
-  shade_rows(t, tame, edges, static_cast<int32_t>(first), static_cast<int32_t>(last));
 }
 
 // A small triangle is drawn in less time than its memory takes to come, and whether a pixel passes
 // is hard to foresee, so all of its rows are asked for in advance. Inlined always: as a function of
 // its own the compiler takes it for one without effect.
 __attribute__((always_inline)) inline void fetch_rows(const Target &t, const ShadedTriangle &c,
-                                                      const Rows &rows) {
+                                                      const int32_t *rows) {
   constexpr int32_t most_rows = 24;
   constexpr int32_t most_columns = 24;
   if (t.bitmap.base == nullptr || t.depth == nullptr) return;
-  if (static_cast<int64_t>(rows.c) - rows.a > most_rows) return;
+  if (static_cast<int64_t>(rows[2]) - rows[0] > most_rows) return;
   const auto [low, high] = std::minmax({c.x[0], c.x[1], c.x[2]});
   const int32_t left = std::max(to_int32(low), t.box.x1);
   const int32_t right = std::min(to_int32(high), t.box.x2);
   if (left > right || right - left > most_columns) return;
-  const int32_t last = std::min(rows.c, t.box.y2);
+  const int32_t last = std::min(rows[2], t.box.y2);
   const size_t pixel_bytes = static_cast<size_t>(t.bitmap.bits) / 8;
-  for (int32_t y = std::max(rows.a, t.box.y1); y <= last; ++y) {
+  for (int32_t y = std::max(rows[0], t.box.y1); y <= last; ++y) {
     const float *depths = t.depth + y * t.depth_pitch;
     const uint8_t *pixels = t.bitmap.base + static_cast<size_t>(y) * t.bitmap.row_bytes;
     __builtin_prefetch(depths + left, 1);
@@ -102,7 +65,7 @@ void shade_flat(const Target &t, const ShadedTriangle &c, const int32_t *by_y, i
   ShadePoint points[3];
   for (int i = 0; i < 3; ++i) {
     points[i] = corner(c, by_y[i]);
-    points[i].x = c.x[by_x[i]];
+    points[i].v[shade_x] = c.x[by_x[i]];
     points[i].v[shade_z] = c.z[by_x[i]];
   }
   shade_span(t, points[0], points[1], row);
@@ -113,31 +76,17 @@ void shade_triangle(const Target &t, const ShadedTriangle &corners) {
   if (is_empty(t.box)) return;
   int32_t order[3];
   sort3_double(corners.y, &order[0], &order[1], &order[2]);
-  const Rows rows = corner_rows(corners.y[order[0]], corners.y[order[1]], corners.y[order[2]]);
-  if (rows.a == rows.b && rows.a == rows.c) return shade_flat(t, corners, order, rows.a);
+  int32_t rows[3];
+  corner_rows(corners.y[order[0]], corners.y[order[1]], corners.y[order[2]], rows);
+  if (rows[0] == rows[1] && rows[0] == rows[2]) return shade_flat(t, corners, order, rows[0]);
   fetch_rows(t, corners, rows);
-  const ShadePoint a = corner(corners, order[0]);
-  const ShadePoint b = corner(corners, order[1]);
-  const ShadePoint c = corner(corners, order[2]);
-  const bool tame = is_tame(a) && is_tame(b) && is_tame(c) && rows.a <= rows.b && rows.b <= rows.c;
-  const double lower_rows = row_count(rows.b, rows.c);
-  ShadeEdges edges;
-  edges.on_long = a;
-  edges.long_step = row_step(a, c, row_count(rows.a, rows.c));
-  if (rows.a == rows.b) {
-    edges.on_short = b;
-    edges.short_step = row_step(b, c, lower_rows);
-    return walk_rows(t, tame, &edges, rows.b, rows.c);
-  }
-  edges.on_short = a;
-  edges.short_step = row_step(a, b, row_count(rows.a, rows.b));
-  walk_rows(t, tame, &edges, rows.a, rows.b);
-  if (rows.c == rows.b || rows.b >= t.box.y2) return;
-  // The long edge goes on with its sums; the short one starts again, a row after the corner.
-  edges.short_step = row_step(b, c, lower_rows);
-  edges.on_short = b;
-  step_point(&edges.on_short, edges.short_step);
-  walk_rows(t, tame, &edges, static_cast<int64_t>(rows.b) + 1, rows.c);
+  const ShadePoint points[3] = {corner(corners, order[0]), corner(corners, order[1]),
+                                corner(corners, order[2])};
+  const bool tame = is_tame(points[0]) && is_tame(points[1]) && is_tame(points[2]) &&
+                    rows[0] <= rows[1] && rows[1] <= rows[2];
+  walk_triangle_edges(t.box, points, rows, [&](ShadeEdges *edges, int32_t first, int32_t last) {
+    shade_rows(t, tame, edges, first, last);
+  });
 }
 
 void forward(OutputContext *context, int32_t device, const ShadedTriangle &triangle) {

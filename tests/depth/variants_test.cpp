@@ -76,9 +76,9 @@ double coordinate(Random &random, int32_t width) {
 
 ShadePoint random_point(Random &random, int32_t width) {
   ShadePoint p = {};
-  p.x = coordinate(random, width);
-  for (double &v : p.v)
-    v = between(random, -20, 300);
+  p.v[shade_x] = coordinate(random, width);
+  for (int i = 0; i < span_shades; ++i)
+    p.v[i] = between(random, -20, 300);
   p.v[shade_z] = whole(random, 0, 3) == 0 ? 0.5 : between(random, -0.5, 1.5);
   if (whole(random, 0, 60) == 0) p.v[shade_z] = NAN;
   if (whole(random, 0, 60) == 0) p.v[shade_z] = INFINITY;
@@ -89,13 +89,12 @@ ShadeEdges random_edges(Random &random, int32_t width, int32_t rows) {
   ShadeEdges e = {};
   e.on_short = random_point(random, width);
   e.on_long = random_point(random, width);
-  if (whole(random, 0, 4) == 0) e.on_long.x = e.on_short.x;
+  if (whole(random, 0, 4) == 0) e.on_long.v[shade_x] = e.on_short.v[shade_x];
   const auto step = [&](const ShadePoint &from) {
     const ShadePoint to = random_point(random, width);
     ShadePoint s = {};
-    for (int i = 0; i < shade_values; ++i)
+    for (int i = 0; i < edge_shades; ++i)
       s.v[i] = (to.v[i] - from.v[i]) / rows;
-    s.x = (to.x - from.x) / rows;
     return s;
   };
   e.short_step = step(e.on_short);
@@ -105,7 +104,7 @@ ShadeEdges random_edges(Random &random, int32_t width, int32_t rows) {
 
 bool same_bits(const ShadeEdges &a, const ShadeEdges &b) {
   const auto same = [](const ShadePoint &p, const ShadePoint &q) {
-    return std::memcmp(p.v, q.v, sizeof(p.v)) == 0 && std::memcmp(&p.x, &q.x, sizeof(p.x)) == 0;
+    return std::memcmp(p.v, q.v, sizeof(p.v)) == 0;
   };
   return same(a.on_short, b.on_short) && same(a.on_long, b.on_long);
 }
