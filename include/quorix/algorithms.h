@@ -33,10 +33,12 @@ extern "C" {
  *
  * With n below 1 there are no triangles and the status is 0.
  *
- * All tolerances are absolute, 1e-8 in the units of the points or their squares, so that data
- * should be scaled to an extent of 10 to 10000 first. Points nearer than the tolerance in both x
- * and y count once. Of points on one circle, each way of joining them is equally good and any may
- * be given. After a status of 3 or more the triangle arrays hold nothing of use.
+ * All tolerances are absolute, 1e-8 in the units of the points or their squares: points in degrees
+ * of a small region, or in metres of a large one, lose triangles or fail. So scale data to an
+ * extent of 10 to 10000 first. Points nearer than the tolerance in both x and y count once. Corners
+ * count from 1, so that in C the first corner of triangle i is at xray[i1ray[i] - 1]. Of points on
+ * one circle, each way of joining them is equally good and any may be given. After a status of 3 or
+ * more the triangle arrays hold nothing of use.
  *
  * Time grows a little faster than n: a million points take about two seconds. */
 QUORIX_API int32_t qqdlau(double *xray, double *yray, int32_t n, int32_t *i1ray, int32_t *i2ray,
@@ -46,8 +48,10 @@ QUORIX_API int32_t qqdlau(double *xray, double *yray, int32_t n, int32_t *i1ray,
 
 /* Sorts n indices by the keys that they stand for.
  *
- * keys   not changed; read at the places that `index` tells
- * index  permuted so that the keys ascend; of equal keys the one with the higher index comes first
+ * keys   not changed; read at the places that `index` names
+ * index  input: n places in `keys`, counted from 0: fill it with 0 to n - 1 before the call, since
+ *        whatever stands there is taken for places. Output: the same places in the order in which
+ *        their keys ascend; of equal keys the one with the higher index comes first
  *
  * A NaN among the keys harms nothing, but the others may not come out in order. */
 QUORIX_API int32_t qqssrt(const double *keys, int32_t *index, int32_t n);
@@ -91,7 +95,8 @@ QUORIX_API int32_t qqsput(const double *x, const double *y, const double *key, i
  * position  0 is the polygon with the highest key; those of equal keys come in the order in which
  *           they were put
  * nv        receives the number of vertices, at most 12: a polygon with more comes with its first
- *           12. 0, and nothing else is written, where there is no such position */
+ *           12, and without a word, so cut such polygons before they are put. 0, and nothing else
+ *           is written, where there is no such position */
 QUORIX_API int32_t qqsget2(double *x, double *y, int32_t position, int32_t *attribute1,
                            int32_t *attribute2, int32_t *nv);
 

@@ -54,7 +54,8 @@ QUORIX_API int32_t qqfits3(const char *keyword, int32_t *ivalue, double *dvalue,
 
 /* Reads the data of the selected unit.
  *
- *   buffer  for `size` bytes; the elements, first axis fastest
+ *   buffer  for `size` bytes; the elements, first axis fastest, with their high bytes first: turn
+ *           them on hosts that store the low byte first, and apply BSCALE and BZERO
  *   size    room in the buffer; 0 asks for the number of bytes and reads nothing
  *   result  the number of bytes: |BITPIX| / 8, at least 1, times all axes, or of one element if
  *           there is no axis. -1 the room is too small, an axis is negative, or the number does not

@@ -79,7 +79,8 @@ QUORIX_API int32_t qqbdf2(const int32_t *code, const int32_t *x, const int32_t *
 /* Opens a TrueType font, in the place of one that is open.
  *
  * filename    the font file (see quorix.h); it is closed again before the call returns
- * swap_bytes  1 on hosts that store numbers with the low byte first (as x86 does), else 0
+ * swap_bytes  1 on hosts that store numbers with the low byte first (as x86 does), else 0; with the
+ *             wrong one a good font looks damaged
  * status      0 done; 1 the file cannot be opened; 2 no memory; 3 a table is not all there; 4 no
  *             character map for platform 3, encoding 1; 5 the character map has another format
  *             than 4; 8 the character map is shorter than its segments; 11 the table cmap is
@@ -112,9 +113,10 @@ QUORIX_API int32_t qqttf1(const char *filename, uint8_t swap_bytes, int32_t *sta
  *                damaged, or its components have more than 2^24 points (of several components, the
  *                last one's status)
  *
- * The way to go is one call with max_points 0, and one with arrays of the size that it gave. A
- * blank, as the space is, has no points and no contours. Outer contours run clockwise and holes the
- * other way round. Widths of characters are not told. */
+ * The way to go is one call with max_points 0, and one with arrays of the size that it gave. Set
+ * `status` before each of them: a 0 left from the call before takes the code for the library's own.
+ * A blank, as the space is, has no points and no contours. Outer contours run clockwise and holes
+ * the other way round. Widths of characters are not given. */
 QUORIX_API int32_t qqttf2(int32_t code, double *x, double *y, int32_t max_points,
                           int32_t *point_count, int32_t *contour_sizes, int32_t max_contours,
                           int32_t *contour_count, int32_t size, int32_t *status);

@@ -62,8 +62,9 @@ QUORIX_API int32_t qqpdf7(const uint8_t *data, int32_t count);
 
 /* Adds a bookmark that leads to the current page.
  *
- * title   bytes up to a terminating zero, written as they are between parentheses, which therefore
- *         must be balanced in it, or escaped
+ * title   bytes up to a terminating zero, written as they are between parentheses: write \( \) and
+ *         \\ for ( ) and \, or one that is not balanced damages the file. Letters beyond ASCII are
+ *         Latin-1; UTF-8 shows as other letters
  * level   0 to 4; a bookmark belongs to the last one before it of a lower level
  * status  0 done; 1 no such level, or no document; 2 some lower level has no bookmark yet;
  *         3 no memory for the table of bookmarks; 4 no memory for the title */

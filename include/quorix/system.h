@@ -79,7 +79,8 @@ QUORIX_API int32_t qqgenv(const char *name, char *buffer);
 QUORIX_API int32_t qqrmfl(const char *name);
 
 /* Runs a command through the system's command processor and waits for its end. Its result is
- * ignored. */
+ * ignored, so a command that fails or does not exist looks like one that worked: have it leave a
+ * file, and look for that. */
 QUORIX_API int32_t qqsyst(const char *command);
 
 /* The local time now: day 1 to 31, month 1 to 12, year with its century, hour 0 to 23, minute,
@@ -88,7 +89,8 @@ QUORIX_API int32_t qqtime(int32_t *day, int32_t *month, int32_t *year, int32_t *
                           int32_t *minute, int32_t *second);
 
 /* Shows a message: on Windows in a box with `caption`, and returns when the user has closed it; on
- * other systems as a line "caption: text" on the error stream. */
+ * other systems as a line "caption: text" on the error stream. A program that nobody watches stops
+ * at the box. */
 QUORIX_API int32_t qqwmsg(const char *text, const char *caption);
 
 /* Hands the messages that wait for this thread's windows to them, and returns when there are no
@@ -103,7 +105,7 @@ QUORIX_API int32_t qqwque(void);
  */
 
 /* Sets the projection callback, void (*)(void *, void *), where `flag` is 1. Any other flag leaves
- * it as it was. */
+ * it as it was, unlike that of qqswincb: to remove it, set null with flag 1. */
 QUORIX_API int32_t qqwsetcb(void *function, const int32_t *flag);
 
 /* Calls the projection callback with `a` and `b`, if there is one. */

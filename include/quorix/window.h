@@ -163,28 +163,40 @@ QUORIX_API int32_t qqwftr(const int32_t *x, const int32_t *y, int32_t colour);
  *  0       top-level windows from now on (the value is not used)
  *  1       the window opened next is the caller's, with this handle
  *  2       a bitmap of the caller's, which is kept and not used
- *  3       the low byte: 1 exchanges pure black and white of shaded triangles on a white page
+ *  3       the low byte: 1 exchanges pure black and white of shaded triangles on a white page;
+ *          0 (at first) does not
  *  5       the low byte: not 0 for a bitmap that may be larger than the caller's window, which
  *          scrolls over it
- * 11 12    left and upper edge of the clip rectangle, inclusive
- * 13 14    right and lower edge of the clip rectangle, inclusive. Set all four, 11 first: that one
- *          draws the raster's lines still gathered under the old rectangle
- * 17 18    tolerance of depth-tested lines: 1e-5, or 0.001 (the value is not used)
- * 19       alpha of all pixels drawn from now on into an RGBA raster, 0 to 255
+ * 11 12    left and upper edge of the clip rectangle, inclusive; at first the page's
+ * 13 14    right and lower edge of the clip rectangle, inclusive; at first the page's. Set all
+ *          four, 11 first: that one draws the raster's lines still gathered under the old
+ *          rectangle. Most lines and all rectangles of a raster pass over it until option 33 is
+ *          set to 0
+ * 17 18    tolerance of depth-tested lines: 1e-5, or 0.001 (at first; the value is not used)
+ * 19       alpha of all pixels drawn from now on into an RGBA raster, 0 to 255 (at first)
  * 20       cursor while the user is asked for something: 1 cross (at first), 2 arrow, 3 up arrow,
  *          0 cursors are never changed
- * 21       1: translucent layers replace the background where it is untouched; 0: they blend
- * 25       level of the character code mapping
- * 26       pen width in pixels
- * 27       line caps: 0 butt, 1 round, 2 square. On a window caps and joins come with the next
- *          change of colour or width
- * 28       line joins: 0 miter, 1 round, 2 bevel
+ * 21       1: translucent layers replace the background where it is untouched; 0 (at first): they
+ *          blend
+ * 25       level of the character code mapping; at first 0
+ * 26       pen width in pixels; at first 1
+ * 27       line caps: 0 butt, 1 round, 2 square (at first). On a window caps and joins come with
+ *          the next change of colour or width
+ * 28       line joins: 0 miter, 1 round, 2 bevel (at first)
  * 30       cursor of the window when nothing is asked: 1 cross, 2 arrow (at first), 3 up arrow
- * 32       transparent colour, an index or a packed colour, that pixel and row writes skip; -1 none
- * 33       clipping: 0 on, 1 off. A raster clips those lines and rectangles that raster.h names; a
- *          window is held to the rectangle of the moment by both values
- * 34       1: plain lines; 2: lines of width 1 are antialiased in an RGBA raster or by OpenGL
- * 99       all options back to their defaults (the value is not used)
+ * 32       transparent colour, an index or a packed colour, that pixel and row writes skip; -1 (at
+ *          first) none
+ * 33       clipping: 0 on, 1 off (at first). A raster clips those lines and rectangles that
+ *          raster.h names; a window is held to the rectangle of the moment by both values
+ * 34       1: plain lines (at first); 2: lines of width 1 are antialiased in an RGBA raster or by
+ *          OpenGL. Lines of other widths stay plain
+ * 99       options 3, 17 to 19, 21, 26 to 28 and 32 become what they were at first, and the
+ *          callbacks of system.h are cleared (the value is not used). The others stay as they are:
+ *          set them back one by one
+ *
+ * What goes wrong without a word: a value that is no int32_t, such as a double, is read as one all
+ * the same; a read (set 0) does not give what was set but overwrites `value`, with -1 mostly, so a
+ * program that restores an option later has to remember it.
  *
  * Any other option is ignored. */
 QUORIX_API int32_t qqwwid(int32_t option, void *value, int32_t set);

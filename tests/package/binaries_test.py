@@ -1,14 +1,21 @@
 # SPDX-License-Identifier: MIT
-"""The shared library's own name, and what it needs beside itself."""
+"""The shared library's own name, and what the libraries need beside themselves."""
 import re
 import unittest
 
-from package import CONFIG, LIB, SHARED, WINDOWS, main, run
+from package import CONFIG, LIB, SHARED, STATIC, WINDOWS, main, run
 
 # They come with every Windows.
 WINDOWS_OWN = {"kernel32.dll", "msvcrt.dll", "user32.dll", "gdi32.dll", "comdlg32.dll",
                "comctl32.dll", "shell32.dll", "advapi32.dll", "opengl32.dll"}
 LINUX_NEEDS = {"libz.so.1", "libc.so.6", "libm.so.6", "libstdc++.so.6", "libgcc_s.so.1"}
+
+
+def users_of(*functions):
+    """The sources whose objects in the static library call one of these functions of C."""
+    called = re.compile(rf"(\w+)\.cpp\.o\w*:.* U (?:__imp_)?_?(?:{'|'.join(functions)})(?:32|64)?$")
+    lines = run(CONFIG["nm"], "-A", "-u", STATIC).splitlines()
+    return {match[1] for match in map(called.search, lines) if match}
 
 
 class Binaries(unittest.TestCase):
@@ -37,6 +44,15 @@ class Binaries(unittest.TestCase):
     @unittest.skipIf(WINDOWS, "of the shared object")
     def test_the_shared_object_looks_for_libraries_in_no_folder_of_its_own(self):
         self.assertNotRegex(self.dump, r"R(UN)?PATH")
+
+    def test_the_process_is_ended_only_where_no_drawing_record_can_be_had(self):
+        self.assertEqual(users_of("exit", "_exit", "_Exit", "quick_exit"), {"record", "window_set"})
+
+    def test_no_picture_holds_the_time_of_its_writing(self):
+        # qqtime, and the date of a PDF document.
+        self.assertEqual(users_of("time", "localtime", "localtime_r", "gmtime", "gmtime_r",
+                                  "gettimeofday", "clock_gettime", "timespec_get"),
+                         {"system_calls", "closing"})
 
 
 if __name__ == "__main__":
