@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The plain form of compositing, for every layout, and the choice of the form to use.
+// The plain form of compositing, for every layout of pixels, and the choice of the form for this
+// processor. All forms give the same bytes.
 #include "base/processor.h"
 #include "depth/composite.h"
 

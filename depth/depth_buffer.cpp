@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// Switching, clearing and erasing: qqzbuf.
+// qqzbuf: switches the depth buffer on and off, clears it, erases the picture.
+//
+// The buffer's memory is owned by the record and kept by raster/depth_memory.cpp, since it follows
+// the page. Where OpenGL keeps the depths there is none, and depth_on alone tells that they count.
 #include <cstring>
 
 #include "depth/depth.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The steps of a depth-tested line.
+// The steps of a depth-tested line, and the forms that draw them: a plain one for every line, and
+// one without branches for most lines of RGBA pixels. Both give the same bits.
 #pragma once
 
 #include "depth/depth.h"

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
-// Triangles and halves of quadrilaterals whose palette index is interpolated, without depth.
+// Triangles and halves of quadrilaterals whose palette index is interpolated, without depth: qqdtri
+// and qqdtri2.
+//
+// The edges are those of all triangles (raster/edge_walk.h). In a triangle the index is
+// interpolated along the rows; in half of a quadrilateral every pixel asks for the value of the
+// whole shape (quad_value.h). Nothing needs memory, and time goes with the pixels and rows of the
+// box.
 #include "base/numbers.h"
 #include "base/sort3.h"
 #include "depth/pixel_formats.h"

@@ -4,8 +4,7 @@
 // loops that are templates over them.
 //
 // `ink` makes of a colour, and `index_ink` of a palette index, what `put` stores, so that a loop in
-// one colour does this once. Formats that can blend have `get`, which gives the three channels in
-// the order in which `channel` numbers them.
+// one colour does this once. Formats that can blend have `get`, which gives the three channels.
 #pragma once
 
 #include <cstring>

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// Triangles with a colour and a depth per corner: corners in order, edges, rows.
+// Triangles with a colour and a depth per corner: qqztri, qqztri2 and qqztri3.
+//
+// Here corners come into order and onto rows; raster/edge_walk.h walks their edges, and shade_rows
+// draws what lies between. Nothing needs memory, and time goes with the pixels and rows of the box.
 #include <cmath>
 
 #include "base/numbers.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Who draws, and the pixels that a device number means.
+// Who draws: the calls for bitmaps, which stand in this folder, or those of a window that draws
+// through OpenGL. And the pixels that a device number means, with the depths beside them. Nothing
+// is owned here; a Target is good until its operation ends.
 #include "depth/depth.h"
 
 namespace quorix {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // The blend layer: opening, drawing, compositing on the page and on a window, and wrong orders.
 
 #include "tests/depth/depth_page.h"
@@ -58,15 +59,15 @@ TEST_F(BlendLayer, MixesEveryAlphaAndPairOfChannelsAsTold) {
   open_rgba_page(256, 256);
   for (const int32_t alpha : {1, 2, 100, 128, 200, 253, 254}) {
     set_option(19, 255);
-    for (int32_t d = 0; d < 256; d++)
+    for (int32_t d = 0; d < 256; ++d)
       qqvfll(d, 0, d, 255, packed_rgb(static_cast<uint32_t>(d), 0, 0));
     layer(1);
     set_option(19, alpha);
-    for (int32_t s = 0; s < 256; s++)
+    for (int32_t s = 0; s < 256; ++s)
       qqvfll(0, s, 255, s, packed_rgb(static_cast<uint32_t>(s), 0, 0));
     layer(2);
-    for (int32_t s = 0; s < 256; s++) {
-      for (int32_t d = 0; d < 256; d++) {
+    for (int32_t s = 0; s < 256; ++s) {
+      for (int32_t d = 0; d < 256; ++d) {
         const int32_t product = (alpha + 1) * (s - d);
         const int32_t quotient = product / 256 - (product < 0 && product % 256 != 0 ? 1 : 0);
         ASSERT_EQ(output_context->buffers.raster.pixels[4 * (s * 256 + d)], d + quotient)
@@ -314,7 +315,7 @@ TEST_F(BlendLayer, OfAWindowMakesTheRecordAnRgbaOne) {
   // The palette page is not one that this mode could draw on.
   put(3, 2, 7, 8, 9, 255);
   qqvfll(0, 0, 5, 4, 3);
-  for (int32_t i = 0; i < 30; i++)
+  for (int32_t i = 0; i < 30; ++i)
     EXPECT_EQ(output_context->buffers.raster_base.pixels[i], 0);
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Every request for memory of every depth operation refused, one at a time: the operation tells its
 // status and leaves everything as it was.
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Switching the depth buffer, and what it does when the page changes.
 
 #include <cstring>
@@ -14,7 +15,7 @@ TEST_F(DepthBuffer, HoldsTwoEverywhereWhenSwitchedOn) {
   open_page(5, 4);
   EXPECT_EQ(depth_buffer(0), 0);
   EXPECT_EQ(output_context->depth.depth_on, 1);
-  for (int32_t i = 0; i < 20; i++) {
+  for (int32_t i = 0; i < 20; ++i) {
     uint32_t bits = 0;
     std::memcpy(&bits, &output_context->depth.buffer.values[i], 4);
     EXPECT_EQ(bits, 0x40000000U);
@@ -150,8 +151,8 @@ TEST_F(DepthBuffer, FollowsAPageThatIsOpenedAtAnotherSize) {
   depth_dot(1, 1, 0.25, 2);
   open_page(30, 20);
   EXPECT_EQ(output_context->depth.depth_on, 1);
-  for (int32_t y = 0; y < 20; y++) {
-    for (int32_t x = 0; x < 30; x++)
+  for (int32_t y = 0; y < 20; ++y) {
+    for (int32_t x = 0; x < 30; ++x)
       ASSERT_EQ(depth_at(x, y), 2.0F);
   }
   depth_dot(29, 19, 0.5, 2);

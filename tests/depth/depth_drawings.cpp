@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // From a number to a depth drawing. The raster calls are those of a raster drawing; the depth calls
 // between them know the size of the page from them.
 
@@ -128,7 +129,7 @@ int32_t any_colour(Random &random) {
 // Corners for a triangle, or for a quadrilateral with its fourth; and degenerate ones.
 void new_corners(DepthSketch &sketch, DepthCall &call, int32_t style) {
   Random &random = sketch.random;
-  for (size_t i = 0; i < 4; i++) {
+  for (size_t i = 0; i < 4; ++i) {
     call.xs[i] = coordinate(sketch, sketch.width, style);
     call.ys[i] = coordinate(sketch, sketch.height, style);
   }
@@ -169,7 +170,7 @@ void new_corners(DepthSketch &sketch, DepthCall &call, int32_t style) {
       break;
   }
   if (style == 0) {
-    for (size_t i = 0; i < 4; i++) {
+    for (size_t i = 0; i < 4; ++i) {
       call.xs[i] = whole(call.xs[i]);
       call.ys[i] = whole(call.ys[i]);
     }
@@ -211,7 +212,7 @@ void add_line(DepthSketch &sketch) {
   sketch.ys = ys;
   sketch.zs = zs;
   if (one_in(random, 3)) {  // along an edge
-    for (size_t i = 0; i < 2; i++) {
+    for (size_t i = 0; i < 2; ++i) {
       call.xs[i] = style == 0 ? whole(xs[i]) : xs[i];
       call.ys[i] = style == 0 ? whole(ys[i]) : ys[i];
       call.zs[i] = zs[i] + 0.0005 * between(random, -1, 3);
@@ -280,13 +281,13 @@ void add_quadrilateral(DepthSketch &sketch) {
       break;
   }
   // Every pixel of a span is looked at, wherever it is, and every row above the page.
-  for (size_t i = 0; i < 4; i++) {
+  for (size_t i = 0; i < 4; ++i) {
     call.xs[i] = std::fmin(std::fmax(call.xs[i], -3000), 3000);
     call.ys[i] = std::fmax(call.ys[i], -300000);
   }
   new_indices(sketch, call);
   const int32_t both = below(random, 2);
-  for (int32_t half = both; half <= 1; half++) {
+  for (int32_t half = both; half <= 1; ++half) {
     call.op = half == 1 ? 1 : between(random, -1, 0) * 2;
     add_call(sketch, call);
   }
@@ -318,7 +319,7 @@ void add_whole_layer(DepthSketch &sketch) {
   add_call(sketch, call);
   add_option(sketch, 19, one_in(random, 4) ? 255 * below(random, 2) : below(random, 256));
   const int32_t count = between(random, 1, 3);
-  for (int32_t i = 0; i < count; i++)
+  for (int32_t i = 0; i < count; ++i)
     add_shaded_triangle(sketch);
   call.op = 2;
   add_call(sketch, call);
@@ -448,7 +449,7 @@ DepthDrawing make_depth_drawing(uint64_t number) {
     if (raster.operation == Operation::vini) begin_page(sketch);
     const bool gathering = raster.operation == Operation::vdrw;
     const int32_t count = one_in(random, gathering ? 40 : 3) ? between(random, 1, 4) : 0;
-    for (int32_t i = 0; i < count; i++)
+    for (int32_t i = 0; i < count; ++i)
       add_any(sketch);
   }
   return sketch.drawing;
@@ -461,7 +462,7 @@ namespace {
 template <class T, size_t N>
 void print(std::ostringstream &out, const std::array<T, N> &values, size_t count) {
   out << "{";
-  for (size_t i = 0; i < count; i++)
+  for (size_t i = 0; i < count; ++i)
     out << (i > 0 ? ", " : "") << values[i];
   out << "}";
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Depth drawings made from a number: raster drawings with calls of the depth family among them,
 // the same for the same number on every system, run through a target, which is the library or the
 // literal model. Each drawing also says what window there is.

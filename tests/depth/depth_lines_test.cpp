@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Depth lines: which pixels, at which depths, in which form for each device.
 
 #include <cmath>
@@ -187,7 +188,7 @@ TEST_F(DepthLine, OnAPalettePageHasTheNearestColour) {
   EXPECT_EQ(index_at(1, 1), 2);
   // Entries 7 and 9 alike: an index too is drawn as the nearest colour, which is the first.
   uint32_t table[256];
-  for (uint32_t i = 0; i < 256; i++)
+  for (uint32_t i = 0; i < 256; ++i)
     table[i] = i == 9 ? 0x070707U : i * 0x010101U;
   qqvvlt(1, table);
   depth_dot(2, 1, 0, 9);

@@ -70,7 +70,7 @@ void quad_half(const std::vector<IndexCorner> &corners, int32_t half, int32_t de
   int32_t x[4];
   int32_t y[4];
   int32_t index[4];
-  for (size_t i = 0; i < 4; i++) {
+  for (size_t i = 0; i < 4; ++i) {
     x[i] = corners[i].x;
     y[i] = corners[i].y;
     index[i] = corners[i].index;
@@ -81,7 +81,7 @@ void quad_half(const std::vector<IndexCorner> &corners, int32_t half, int32_t de
 std::string window_pixel(PlainWindow &window, int32_t x, int32_t y) {
   const uint8_t *pixel = pixel_at(window, x, y);
   std::string text;
-  for (int32_t i = 0; i < bytes_per_pixel(window); i++) {
+  for (int32_t i = 0; i < bytes_per_pixel(window); ++i) {
     char digits[4];
     std::snprintf(digits, sizeof(digits), "%02x", pixel[i]);
     text += digits;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // What the depth tests share: pages as in the raster tests, the depth family in one line a call,
 // and a window.
 

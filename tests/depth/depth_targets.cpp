@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // What the targets of depth drawings share.
 
 #include "tests/depth/depth_targets.h"
@@ -26,7 +27,7 @@ bool same(const Part &a, const Part &b) {
   if (a.size != b.size) return false;
   if (a.size == 0 || std::memcmp(a.data, b.data, a.size) == 0) return true;
   if (!a.floats || !b.floats) return false;
-  for (size_t i = 0; i < a.size / sizeof(float); i++) {
+  for (size_t i = 0; i < a.size / sizeof(float); ++i) {
     if (depth_bits(a, i) != depth_bits(b, i)) return false;
   }
   return true;

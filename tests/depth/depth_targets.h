@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // The two things a depth drawing can be run on, each with a window of its own.
 
 #pragma once
@@ -48,7 +49,7 @@ Outcome run_depth_call(const DepthTarget &target, Run &run, const WindowPlan &pl
 // Whole coordinates, as the operations take them.
 struct WholeCorners {
   explicit WholeCorners(const DepthCall &call) {
-    for (size_t i = 0; i < 4; i++) {
+    for (size_t i = 0; i < 4; ++i) {
       x[i] = whole(call.xs[i]);
       y[i] = whole(call.ys[i]);
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Triangles and quadrilaterals shaded by palette index, on each device.
 
 #include <algorithm>
@@ -13,7 +14,7 @@ class IndexTriangle : public DepthTest {
  protected:
   static std::vector<int32_t> row_of(int32_t y) {
     std::vector<int32_t> indices;
-    for (int32_t x = 0; x < output_context->page.width; x++)
+    for (int32_t x = 0; x < output_context->page.width; ++x)
       indices.push_back(index_at(x, y));
     return indices;
   }
@@ -25,7 +26,7 @@ TEST_F(IndexTriangle, WritesTheEntriesBetweenItsIndices) {
   // Equal rows are ordered from the last corner to the first.
   index_triangle({0, 1, 255}, {15, 1, 255}, {15, 1, 0});
   std::vector<int32_t> expected;
-  for (int32_t x = 0; x < 16; x++)
+  for (int32_t x = 0; x < 16; ++x)
     expected.push_back(17 * x);
   EXPECT_EQ(row_of(1), expected);
   open_rgba_page(16, 3);
@@ -171,13 +172,13 @@ std::vector<int32_t> reached_row(int32_t y, int32_t x1, int32_t x2, std::vector<
   int32_t X[4];
   int32_t Y[4];
   int32_t C[4];
-  for (size_t i = 0; i < 4; i++) {
+  for (size_t i = 0; i < 4; ++i) {
     X[i] = dart[i].x;
     Y[i] = dart[i].y;
     C[i] = dart[i].index;
   }
   std::vector<int32_t> values;
-  for (int32_t x = x1; x <= x2; x++) {
+  for (int32_t x = x1; x <= x2; ++x) {
     const int32_t value = literal::quad_value(x, y, X, Y, C);
     if (value == -1) {
       misses->push_back(x);
@@ -213,7 +214,7 @@ TEST_F(QuadHalf, ShiftsNothingWherePixelsAreSetOneByOne) {
   std::vector<int32_t> misses;
   reached_row(dart_row, dart_left, dart_right, &misses);
   ASSERT_FALSE(misses.empty());
-  for (int32_t x = dart_left; x <= dart_right; x++) {
+  for (int32_t x = dart_left; x <= dart_right; ++x) {
     const bool missed = std::find(misses.begin(), misses.end(), x) != misses.end();
     EXPECT_EQ(window.pixels[static_cast<size_t>(dart_row * 26 + x)] == 0xFFFFFFFFU, missed) << x;
   }
@@ -236,7 +237,7 @@ TEST_F(QuadHalf, ShiftsPixelsOntoThePageFromItsLeft) {
     int32_t column = first;
     for (const int32_t value : values) {
       if (column >= 0) expected.push_back(value);
-      column++;
+      ++column;
     }
     expected.resize(26, 0);
     EXPECT_EQ(row_of(dart_row), expected) << left;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // The library as a target of depth drawings, its window a test device.
 
 #include <optional>

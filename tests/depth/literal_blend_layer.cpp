@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Literal depth renderer: the layer of translucent drawing, and what becomes of it.
 
 #include "tests/depth/literal_depth.h"
@@ -46,8 +47,8 @@ bool make_layer(LiteralDepth &record) {
   record.layer.width = raster.width;
   record.layer.height = raster.height;
   const uint8_t value = raster.white_background != 0 ? 255 : 0;
-  for (int64_t i = 0; i < int64_t{raster.width} * raster.height; i++) {
-    for (int k = 0; k < 3; k++)
+  for (int64_t i = 0; i < int64_t{raster.width} * raster.height; ++i) {
+    for (int k = 0; k < 3; ++k)
       record.layer.pixels.push_back(value);
     record.layer.pixels.push_back(0);
   }
@@ -95,8 +96,8 @@ struct Box {
 
 Box box_of(LiteralRaster &layer) {
   Box box{layer.page_width, layer.page_height, -1, -1};
-  for (int32_t y = 0; y < layer.page_height; y++) {
-    for (int32_t x = 0; x < layer.page_width; x++) {
+  for (int32_t y = 0; y < layer.page_height; ++y) {
+    for (int32_t x = 0; x < layer.page_width; ++x) {
       if (pixel_at(layer, x, y)[3] == 0) continue;
       if (x < box.x1) box.x1 = x;
       if (y < box.y1) box.y1 = y;
@@ -114,7 +115,7 @@ bool blend(const LiteralRaster &raster, uint8_t *s, uint8_t *d, bool reversed) {
   if (a == 1) return false;
   const int bg = raster.white_background != 0 && raster.rgba_mode != 0 ? 255 : 0;
   const bool untouched = d[0] == bg && d[1] == bg && d[2] == bg;
-  for (int k = 0; k < 3; k++) {
+  for (int k = 0; k < 3; ++k) {
     const int source = s[reversed ? 2 - k : k];
     int result = source;
     if (a != 256 && !(raster.blend_over_background == 0 && untouched)) {
@@ -128,8 +129,8 @@ bool blend(const LiteralRaster &raster, uint8_t *s, uint8_t *d, bool reversed) {
 
 int32_t composite_on_page(LiteralDepth &record, const Box &box) {
   const Buffer &base = record.base;
-  for (int32_t y = box.y1; y <= box.y2; y++) {
-    for (int32_t x = box.x1; x <= box.x2; x++) {
+  for (int32_t y = box.y1; y <= box.y2; ++y) {
+    for (int32_t x = box.x1; x <= box.x2; ++x) {
       uint8_t *s = pixel_at(record.raster, x, y);
       if (!base.valid || !base.rgba || x >= base.width || y >= base.height) continue;
       const size_t at =
@@ -147,8 +148,8 @@ int32_t composite_on_window(LiteralDepth &record, const Box &box) {
   testing::PlainWindow &window = *record.window;
   if (window.bits != 24 && window.bits != 32) return 1;
   if (box.x2 >= window.width || box.y2 >= window.height) return 1;
-  for (int32_t y = box.y1; y <= box.y2; y++) {
-    for (int32_t x = box.x1; x <= box.x2; x++) {
+  for (int32_t y = box.y1; y <= box.y2; ++y) {
+    for (int32_t x = box.x1; x <= box.x2; ++x) {
       uint8_t *s = pixel_at(record.raster, x, y);
       blend(record.raster, s, testing::pixel_at(window, x, y), true);
     }
@@ -161,10 +162,10 @@ int32_t composite_in_opengl(LiteralDepth &record, const Box &box) {
   testing::PlainWindow &window = *record.window;
   const int32_t w = box.x2 - box.x1 + 1;
   std::vector<uint8_t> row(4 * static_cast<size_t>(w));
-  for (int32_t y = box.y1; y <= box.y2; y++) {
+  for (int32_t y = box.y1; y <= box.y2; ++y) {
     const int32_t upward = record.raster.height - 1 - y;
     testing::read_pixels(window, box.x1, upward, w, row.data());
-    for (int32_t i = 0; i < w; i++) {
+    for (int32_t i = 0; i < w; ++i) {
       uint8_t *d = &row[4 * static_cast<size_t>(i)];
       if (blend(record.raster, pixel_at(record.raster, box.x1 + i, y), d, false)) d[3] = 255;
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // A second depth renderer, written to be obviously right and for nothing else: the depth buffer,
 // depth lines, the blend layer, shaded triangles and quadrilaterals, one pixel and one statement at
 // a time, on top of the literal raster.

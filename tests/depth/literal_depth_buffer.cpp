@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Literal depth renderer: the depth buffer, and the life of the page that it and the layer share.
 
 #include "tests/depth/literal_depth.h"
@@ -48,11 +49,11 @@ namespace {
 void crop(Buffer &buffer, int32_t x, int32_t y, int32_t w, int32_t h) {
   const size_t bytes = buffer.rgba ? 4 : 1;
   std::vector<uint8_t> cropped;
-  for (int32_t row = y; row < y + h; row++) {
+  for (int32_t row = y; row < y + h; ++row) {
     const size_t start =
         (static_cast<size_t>(row) * static_cast<size_t>(buffer.width) + static_cast<size_t>(x)) *
         bytes;
-    for (size_t i = 0; i < static_cast<size_t>(w) * bytes; i++)
+    for (size_t i = 0; i < static_cast<size_t>(w) * bytes; ++i)
       cropped.push_back(buffer.pixels.at(start + i));
   }
   buffer.pixels = cropped;
@@ -65,8 +66,8 @@ void crop(Buffer &buffer, int32_t x, int32_t y, int32_t w, int32_t h) {
 void crop_depth(LiteralDepth &record, int32_t x, int32_t y, int32_t w, int32_t h) {
   if (x + w > record.depth_width || y + h > record.depth_height) return;
   std::vector<float> cropped;
-  for (int32_t row = y; row < y + h; row++) {
-    for (int32_t column = x; column < x + w; column++)
+  for (int32_t row = y; row < y + h; ++row) {
+    for (int32_t column = x; column < x + w; ++column)
       cropped.push_back(depth_at(record, column, row));
   }
   record.depth = cropped;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Literal depth renderer: lines.
 
 #include <cmath>
@@ -27,7 +28,7 @@ void line_in_opengl(LiteralDepth &record, const double *x, const double *y, int3
                     const double *z) {
   call(record, "set_colour", {double(colour)});
   begin(record, 3);
-  for (int i = 0; i < 2; i++) {
+  for (int i = 0; i < 2; ++i) {
     call_floats(record, "glVertex3f",
                 {static_cast<float>(x[i]), static_cast<float>(record.raster.height - 1 - y[i]),
                  static_cast<float>(z[i] - 0.001F)});
@@ -50,7 +51,7 @@ void walk(LiteralDepth &record, int32_t device, const double *major, const doubl
   double depth = z[start];
   // Nothing of what comes after them is seen.
   const int64_t end = along_y ? last_row(record, device) : last_column(record, device);
-  for (int64_t i = first; i <= last && i <= end; i++) {
+  for (int64_t i = first; i <= last && i <= end; ++i) {
     const int64_t across = rounded(m);
     const int64_t px = along_y ? across : i;
     const int64_t py = along_y ? i : across;

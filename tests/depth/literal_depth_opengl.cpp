@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Literal depth renderer: the window that draws through OpenGL.
 
 #include <cmath>

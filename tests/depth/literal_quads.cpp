@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Literal depth renderer: triangles and quadrilaterals with a palette index per corner.
 
 #include <algorithm>
@@ -80,7 +81,7 @@ void index_span(Painter &painter, int64_t x1, int64_t x2, int64_t y, double c1, 
   const int64_t left = std::max<int64_t>(x1, raster.clip_x1);
   const int64_t right = std::min<int64_t>(x2, raster.clip_x2);
   // No pixel lies left of column 0 or right of the largest size.
-  for (int64_t x = std::max<int64_t>(left, 0); x <= std::min<int64_t>(right, 5000); x++) {
+  for (int64_t x = std::max<int64_t>(left, 0); x <= std::min<int64_t>(right, 5000); ++x) {
     const int32_t c = rounded(double(x - x1) * m + c1);
     put_index(painter.record, painter.device, x, y, low_byte(c % 256));
   }
@@ -93,11 +94,11 @@ void quad_span(Painter &painter, int64_t x1, int64_t x2, int64_t y) {
   const int64_t left = std::max<int64_t>(x1, record.raster.clip_x1);
   const int64_t right = std::min<int64_t>(x2, record.raster.clip_x2);
   int64_t position = left;
-  for (int64_t x = left; x <= right; x++) {
+  for (int64_t x = left; x <= right; ++x) {
     const int32_t value = quad_value(x, y, quad.X, quad.Y, quad.C);
     if (value == -1) continue;
     put_index(painter.record, painter.device, shifts ? position : x, y, low_byte(value % 256));
-    position++;
+    ++position;
   }
 }
 
@@ -150,7 +151,7 @@ void fill(Painter &painter, const Corner &A, const Corner &B, const Corner &C) {
   if (A.row != B.row) {
     short_edge = edge(A, B, double(B.row - A.row));
     long_edge = edge(A, C, double(C.row - A.row));
-    for (int64_t y = A.row; y <= B.row && y <= end; y++)
+    for (int64_t y = A.row; y <= B.row && y <= end; ++y)
       span_step(painter, y, short_edge, long_edge);
     if (C.row == B.row) return;
     short_edge = edge(B, C, dy3);
@@ -160,7 +161,7 @@ void fill(Painter &painter, const Corner &A, const Corner &B, const Corner &C) {
     short_edge = edge(B, C, dy3);
     long_edge = edge(A, C, dy3);
   }
-  for (int64_t y = next; y <= C.row && y <= end; y++)
+  for (int64_t y = next; y <= C.row && y <= end; ++y)
     span_step(painter, y, short_edge, long_edge);
 }
 
@@ -168,7 +169,7 @@ void paint(Painter &painter, const int32_t *x, const int32_t *y, const int32_t *
   int32_t order[3];
   sort3_int(y, &order[0], &order[1], &order[2]);
   Corner corners[3];
-  for (int i = 0; i < 3; i++) {
+  for (int i = 0; i < 3; ++i) {
     const int32_t k = order[i];
     corners[i] = Corner{y[k], double(x[k]), double(c[k])};
   }
@@ -185,7 +186,7 @@ void paint(Painter &painter, const int32_t *x, const int32_t *y, const int32_t *
 
 void in_opengl(LiteralDepth &record, const int32_t *x, const int32_t *y, const int32_t *colour) {
   begin(record, 4);
-  for (int i = 0; i < 3; i++) {
+  for (int i = 0; i < 3; ++i) {
     const Rgb rgb = resolved(record.raster, colour[i]);
     call_floats(record, "glColor3f",
                 {float(rgb.r) / 255.0F, float(rgb.g) / 255.0F, float(rgb.b) / 255.0F});
@@ -222,7 +223,7 @@ int32_t qqdtri2(LiteralDepth &record, const int32_t *x, const int32_t *y, const 
   int32_t xs[3];
   int32_t ys[3];
   int32_t cs[3];
-  for (int i = 0; i < 3; i++) {
+  for (int i = 0; i < 3; ++i) {
     xs[i] = x[corners[i]];
     ys[i] = y[corners[i]];
     cs[i] = colour[corners[i]];

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Literal depth renderer: triangles with a colour and a depth per corner.
 
 #include <algorithm>
@@ -40,13 +41,13 @@ constexpr int at_z = 4;
 
 Values slope(const Values &from, const Values &to, double rows) {
   Values result{};
-  for (int i = 0; i < 5; i++)
+  for (int i = 0; i < 5; ++i)
     result.v[i] = (to.v[i] - from.v[i]) / rows;
   return result;
 }
 
 void add(Values &values, const Values &step) {
-  for (int i = 0; i < 5; i++)
+  for (int i = 0; i < 5; ++i)
     values.v[i] += step.v[i];
 }
 
@@ -119,15 +120,15 @@ void shade_span(LiteralDepth &record, int32_t device, int64_t y, const Values &a
   if (!in_clip_rows(raster, y) || ia > raster.clip_x2 || ib < raster.clip_x1) return;
   Values step{};
   if (ia != ib) {
-    for (int i = 1; i < 5; i++)
+    for (int i = 1; i < 5; ++i)
       step.v[i] = (a.v[i] - b.v[i]) / (xa - xb);
   }
   const int64_t left = std::max(ia, raster.clip_x1);
   const int64_t right = std::min(ib, raster.clip_x2);
   // No pixel lies left of column 0 or right of the largest size.
-  for (int64_t x = std::max<int64_t>(left, 0); x <= std::min<int64_t>(right, 5000); x++) {
+  for (int64_t x = std::max<int64_t>(left, 0); x <= std::min<int64_t>(right, 5000); ++x) {
     double at[5] = {};
-    for (int i = 1; i < 5; i++)
+    for (int i = 1; i < 5; ++i)
       at[i] = value_at(double(x), xa, xb, a.v[i], b.v[i], step.v[i]);
     const Rgb rgb{low_byte(rounded(at[1])), low_byte(rounded(at[2])), low_byte(rounded(at[3]))};
     shaded_pixel(record, device, x, y, rgb, at[at_z]);
@@ -150,7 +151,7 @@ void one_row(LiteralDepth &record, int32_t device, int64_t y, const double *x, c
   int32_t order[3];
   sort3_double(x, &order[0], &order[1], &order[2]);
   Values spots[3];
-  for (int i = 0; i < 3; i++) {
+  for (int i = 0; i < 3; ++i) {
     spots[i] = by_y[i];
     spots[i].v[at_x] = x[order[i]];
     spots[i].v[at_z] = z[order[i]];
@@ -172,7 +173,7 @@ void fill(LiteralDepth &record, int32_t device, const Values &A, const Values &B
   int64_t next = row_b;
   if (row_a != row_b) {
     short_slope = slope(A, B, dy1);
-    for (int64_t y = row_a; y <= row_b && y <= end; y++)
+    for (int64_t y = row_a; y <= row_b && y <= end; ++y)
       span_step(record, device, y, short_edge, short_slope, long_edge, long_slope);
     if (row_c == row_b) return;
     short_slope = slope(B, C, dy3);
@@ -184,14 +185,14 @@ void fill(LiteralDepth &record, int32_t device, const Values &A, const Values &B
     long_slope = slope(A, C, dy3);
     short_edge = B;
   }
-  for (int64_t y = next; y <= row_c && y <= end; y++)
+  for (int64_t y = next; y <= row_c && y <= end; ++y)
     span_step(record, device, y, short_edge, short_slope, long_edge, long_slope);
 }
 
 void in_opengl(LiteralDepth &record, const double *x, const double *y, const double *z,
                const double *r, const double *g, const double *b) {
   begin(record, 4);
-  for (int i = 0; i < 3; i++) {
+  for (int i = 0; i < 3; ++i) {
     std::vector<float> colour{static_cast<float>(r[i]), static_cast<float>(g[i]),
                               static_cast<float>(b[i])};
     if (record.alpha_blend_on) {
@@ -222,7 +223,7 @@ int32_t qqztri3(LiteralDepth &record, const double *x, const double *y, const do
   int32_t order[3];
   sort3_double(y, &order[0], &order[1], &order[2]);
   Values by_y[3];
-  for (int i = 0; i < 3; i++) {
+  for (int i = 0; i < 3; ++i) {
     const int32_t k = order[i];
     by_y[i] = Values{{x[k], r[k] * 255.0, g[k] * 255.0, b[k] * 255.0, z[k]}};
   }
@@ -250,7 +251,7 @@ int32_t qqztri2(LiteralDepth &record, const double *x, const double *y, const in
   double r[3];
   double g[3];
   double b[3];
-  for (int i = 0; i < 3; i++) {
+  for (int i = 0; i < 3; ++i) {
     const Rgb rgb = resolved(record.raster, colour[i]);
     r[i] = rgb.r / 255.0;
     g[i] = rgb.g / 255.0;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // The literal model as a target of depth drawings.
 
 #include "tests/depth/depth_targets.h"

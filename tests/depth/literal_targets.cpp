@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Literal depth renderer: what can be drawn on, one pixel at a time, and the depth beside it.
 
 #include <algorithm>
@@ -116,7 +117,7 @@ void fill_depth(LiteralDepth &record) {
 void clear_page(LiteralRaster &raster) {
   if (!raster.page_valid) return;
   const bool white = raster.white_background != 0 && raster.page_rgba;
-  for (size_t i = 0; i < raster.pixels.size(); i++) {
+  for (size_t i = 0; i < raster.pixels.size(); ++i) {
     raster.pixels[i] = 0;
     if (white && i % 4 != 3) raster.pixels[i] = 255;
   }

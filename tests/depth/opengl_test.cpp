@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // What a window that draws through OpenGL is asked to do instead, call by call.
 
 #include "tests/depth/depth_page.h"
@@ -156,8 +157,8 @@ TEST_F(OpenGl, CompositesRowByRowThroughItsPixels) {
   qqvpix(4, 4, packed_rgb(7, 8, 9));
   // The frame's lower row is the picture's last.
   const auto frame = [&](int32_t x, int32_t y) { return &window.frame[size_t(4 * (y * 10 + x))]; };
-  for (int32_t x = 2; x <= 4; x++) {
-    for (int32_t y = 3; y <= 4; y++) {
+  for (int32_t x = 2; x <= 4; ++x) {
+    for (int32_t y = 3; y <= 4; ++y) {
       uint8_t *pixel = frame(x, y);
       pixel[0] = 100;
       pixel[1] = 200;

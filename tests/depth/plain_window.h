@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // A window that is nothing but memory: what stands behind the test devices, and behind the literal
 // model. Both sides of a comparison own one, and draw on it in their own way.
 //

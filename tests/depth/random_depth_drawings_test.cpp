@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Random depth drawings: the library against the literal model, call by call, every pixel, every
 // depth and every call to the window, and one checksum over many drawings that every build must
 // reach.
@@ -49,9 +50,9 @@ std::string first_differences(const Part &expected, const Part &actual) {
   const auto *wanted = static_cast<const uint8_t *>(expected.data);
   const auto *found = static_cast<const uint8_t *>(actual.data);
   size_t count = 0;
-  for (size_t i = 0; i < expected.size; i++) {
+  for (size_t i = 0; i < expected.size; ++i) {
     if (wanted[i] == found[i]) continue;
-    count++;
+    ++count;
     if (count <= 8) out << " [" << i << "] " << +found[i] << " for " << +wanted[i];
   }
   return std::to_string(count) + " bytes of the " + expected.name + " (" +
@@ -71,7 +72,7 @@ std::string part_difference(const Part &expected, const Part &actual) {
 std::string parts_difference(const DepthTarget &expected, const DepthTarget &actual) {
   const std::vector<Part> wanted = expected.parts();
   const std::vector<Part> found = actual.parts();
-  for (size_t i = 0; i < wanted.size() && i < found.size(); i++) {
+  for (size_t i = 0; i < wanted.size() && i < found.size(); ++i) {
     const std::string difference = part_difference(wanted[i], found[i]);
     if (!difference.empty()) return difference;
   }
@@ -97,7 +98,7 @@ std::string calls_difference(const DepthTarget &expected, const DepthTarget &act
   const std::vector<std::string> &wanted = expected.window()->calls;
   const std::vector<std::string> &found = actual.window()->calls;
   if (wanted == found) return "";
-  for (size_t i = 0; i < wanted.size() || i < found.size(); i++) {
+  for (size_t i = 0; i < wanted.size() || i < found.size(); ++i) {
     const std::string a = i < found.size() ? found[i] : "nothing";
     const std::string e = i < wanted.size() ? wanted[i] : "nothing";
     if (a == e) continue;
@@ -130,7 +131,7 @@ std::string compare_drawing(uint64_t number) {
   actual.start(drawing.window);
   Run expected_run = run_on(expected);
   Run actual_run = run_on(actual);
-  for (size_t i = 0; i < drawing.calls.size(); i++) {
+  for (size_t i = 0; i < drawing.calls.size(); ++i) {
     const DepthCall &call = drawing.calls[i];
     const Outcome wanted = run_depth_call(expected, expected_run, drawing.window, call);
     const Outcome found = run_depth_call(actual, actual_run, drawing.window, call);
@@ -139,7 +140,7 @@ std::string compare_drawing(uint64_t number) {
     std::ostringstream out;
     out << "QUORIX_DEPTH_DRAWING=" << number << ": call " << i << ", " << difference << "\n  "
         << describe(drawing.window) << "\n";
-    for (size_t k = 0; k <= i; k++)
+    for (size_t k = 0; k <= i; ++k)
       out << "  " << describe(drawing.calls[k]) << "\n";
     return out.str();
   }
@@ -157,11 +158,11 @@ uint64_t mixed_bytes(uint64_t sum, const uint8_t *bytes, size_t count) {
   size_t i = 0;
   for (; i + 8 <= count; i += 8) {
     uint64_t word = 0;
-    for (size_t k = 0; k < 8; k++)
+    for (size_t k = 0; k < 8; ++k)
       word |= static_cast<uint64_t>(bytes[i + k]) << (8 * k);
     sum = mixed(sum, word);
   }
-  for (; i < count; i++)
+  for (; i < count; ++i)
     sum = mixed(sum, bytes[i]);
   return mixed(sum, count);
 }
@@ -169,7 +170,7 @@ uint64_t mixed_bytes(uint64_t sum, const uint8_t *bytes, size_t count) {
 uint64_t mixed_parts(uint64_t sum, const DepthTarget &target) {
   for (const Part &part : target.parts()) {
     if (part.floats) {
-      for (size_t i = 0; i < part.size / sizeof(float); i++)
+      for (size_t i = 0; i < part.size / sizeof(float); ++i)
         sum = mixed(sum, depth_bits(part, i));
     } else {
       sum = mixed_bytes(sum, static_cast<const uint8_t *>(part.data), part.size);
@@ -201,7 +202,7 @@ uint64_t mixed_drawing(uint64_t sum, const DepthTarget &target, uint64_t number)
 
 uint64_t checksum(const DepthTarget &target, uint64_t count) {
   uint64_t sum = 0;
-  for (uint64_t number = 0; number < count; number++)
+  for (uint64_t number = 0; number < count; ++number)
     sum = mixed_drawing(sum, target, number);
   target.finish();
   return sum;
@@ -216,11 +217,11 @@ TEST(RandomDepthDrawings, AreTheSameByteForByteAsThoseOfTheLiteralModel) {
     first = last = number_from_environment("QUORIX_DEPTH_DRAWING", 0);
   }
   int failures = 0;
-  for (uint64_t number = first; number <= last && failures < most_failures; number++) {
+  for (uint64_t number = first; number <= last && failures < most_failures; ++number) {
     const std::string difference = compare_drawing(number);
     if (difference.empty()) continue;
     ADD_FAILURE() << difference;
-    failures++;
+    ++failures;
   }
   literal_depth_target().finish();
   library_depth_target().finish();

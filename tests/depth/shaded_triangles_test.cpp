@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // Shaded triangles: interpolation, rows, depth tests, blending, and their form on each device.
 
 #include <limits>

@@ -77,23 +77,23 @@ bool copy_out(OutputContext * /*context*/, int32_t x, int32_t y, int32_t width, 
   if (!contains(window, x + width - 1, y + height - 1)) return false;
   const size_t row = static_cast<size_t>(width * bytes_per_pixel(window));
   the_copy.clear();
-  for (int32_t i = 0; i < height; i++) {
+  for (int32_t i = 0; i < height; ++i) {
     const uint8_t *from = pixel_at(window, x, y + i);
     the_copy.insert(the_copy.end(), from, from + row);
   }
   *copy = {the_copy.data(), row, width, height, window.bits, PixelOrder::bgr, nullptr};
-  copies++;
+  ++copies;
   return true;
 }
 
 void copy_in(OutputContext * /*context*/, int32_t x, int32_t y, DeviceBitmap *copy) {
   PlainWindow &window = *the_window;
   const size_t row = static_cast<size_t>(copy->width * bytes_per_pixel(window));
-  for (int32_t i = 0; i < copy->height; i++) {
+  for (int32_t i = 0; i < copy->height; ++i) {
     const uint8_t *from = copy->base + static_cast<size_t>(i) * copy->row_bytes;
     std::copy(from, from + row, pixel_at(window, x, y + i));
   }
-  copies--;
+  --copies;
 }
 
 // --- OpenGL ---

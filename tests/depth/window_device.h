@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+//
 // A PlainWindow as the library's window device: its bitmap, its pixels one at a time, its colour
 // map, its copies for compositing, and its OpenGL calls, each noted with its arguments.
 
