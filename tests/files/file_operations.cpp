@@ -92,6 +92,35 @@ int32_t save_raster_file(const std::string &file) {
   return status;
 }
 
+// A window of the page's size, unless it is open already. It is never shown.
+void open_window() {
+  static PageSize opened = {};
+  int32_t width = 0, height = 0, unused = 0, of_the_window = 1;
+  qqwwsc(&width, &height, &unused, &of_the_window);
+  if (width > 0 && opened.width == page_size.width && opened.height == page_size.height) return;
+  opened = page_size;
+  const int32_t computed_place = 2;
+  const uint8_t colour_mode = 0;
+  int32_t bits = 0, actual_width = 0, buffering = 3;  // hidden, and the height on return
+  qqwini(72, &page_size.width, &page_size.height, &computed_place, &zero, &zero, &page_size.width,
+         &page_size.height, &bits, &colour_mode, &actual_width, &buffering, &zero);
+  EXPECT_GT(actual_width, 0);
+}
+
+int32_t save_window_file(const std::string &file) {
+  int32_t status = 12345;
+  open_window();
+  qqwfil(file.c_str(), 0, &status);
+  return status;
+}
+
+int32_t load_window_file(const std::string &file) {
+  int32_t status = 12345;
+  open_window();
+  qqwfil(file.c_str(), 1, &status);
+  return status;
+}
+
 // As large as the page, so that a disk which is too small for that is too small for this.
 int32_t write_mesh(const std::string &file) {
   const double x[] = {0, 1, 1}, y[] = {0, 0, 1}, z[] = {2, 2, 2};
@@ -226,8 +255,8 @@ const std::vector<FileWriterCall> file_writers = {
     {"qqptif", "qqptif", -1, write_tiff_file},   {"qqpbmp", "qqpbmp", -1, write_bmp_file},
     {"qqpppm", "qqpppm", -1, write_ppm_file},    {"qqpps", "qqpps", -1, write_postscript_file},
     {"qqppdf", "qqppdf", -1, write_pdf_picture}, {"qqvfil", "qqvfil", 1, save_raster_file},
-    {"qqply2", "qqply2", 1, write_mesh},         {"qqpdf2", "qqpdf1", -1, write_document},
-    {"c_writfl", "c_openfl", 1, write_unit},
+    {"qqwfil", "qqwfil", 1, save_window_file},   {"qqply2", "qqply2", 1, write_mesh},
+    {"qqpdf2", "qqpdf1", -1, write_document},    {"c_writfl", "c_openfl", 1, write_unit},
 };
 
 const std::vector<FileReaderCall> file_readers = {
@@ -237,6 +266,7 @@ const std::vector<FileReaderCall> file_readers = {
     {"qqpibmp", -1, make_by<write_bmp_file>, read_held<qqpibmp>},
     {"qqpltif", -1, make_by<write_tiff_file>, read_channels},
     {"qqvfil", 1, make_by<save_raster_file>, load_raster_file},
+    {"qqwfil", 1, make_by<save_window_file>, load_window_file},
     {"c_openfl", 1, make_text, read_unit},
     {"qqfits1", -1, make_fits, read_fits},
     {"qqttf1", 1, make_font, read_outlines},

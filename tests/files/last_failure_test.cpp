@@ -172,7 +172,7 @@ TEST_F(LastFailure, KeepsTheEndOfLongNames) {
       {"d" + umlaut + last.substr(1), last.substr(1)},
       {"d" + umlaut + last.substr(2), umlaut + last.substr(2)},
   };
-  for (const FileWriterCall &writer : {file_writers[0], file_writers[10]}) {
+  for (const FileWriterCall &writer : {file_writers[0], file_writers.back()}) {
     for (const auto &one : cases) {
       MemoryFiles files;
       FailingFiles disk;
