@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <random>
 #include <vector>
 
@@ -145,6 +146,99 @@ TEST(Deflate, GivesItsMemoryBackWhenItIsBrokenOff) {
   EXPECT_EQ(feed_deflate(&run, output.data(), 10, false), DeflateStatus::done);
   EXPECT_EQ(finish_deflate(&run, DeflateStatus::done), DeflateStatus::not_ended);
   EXPECT_EQ(memory.live_blocks(), 0U);
+}
+
+// ---- a compressor that does as it is asked
+
+// What the stream was given at each call of `run`, and what it is to do then.
+struct Step {
+  uInt taken, written;  // of the input and of the room
+  int result;
+};
+
+struct Seen {
+  uInt input, room;
+  int flush;
+};
+
+std::vector<Step> steps;
+std::vector<Seen> seen;
+
+int scripted_run(z_stream *stream, int flush) {
+  const Step step = steps.at(seen.size());
+  seen.push_back({stream->avail_in, stream->avail_out, flush});
+  stream->avail_in -= step.taken;
+  stream->avail_out -= step.written;
+  return step.result;
+}
+
+class ScriptedDeflate : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    seen.clear();
+    deflate_gate = {[](z_stream *) { return Z_OK; }, scripted_run, [](z_stream *) { return Z_OK; }};
+  }
+  void TearDown() override { deflate_gate = usual_; }
+
+  const DeflateGate usual_ = deflate_gate;
+  uint8_t byte_ = 0;  // stands for blocks that nobody touches
+};
+
+TEST_F(ScriptedDeflate, GetsInputOfMoreThan32BitsInPieces) {
+  steps = {{UINT_MAX, 3, Z_OK}, {5, 4, Z_STREAM_END}};
+  DeflateRun run;
+  ASSERT_EQ(start_deflate(&run, &byte_, 100), DeflateStatus::done);
+  EXPECT_EQ(feed_deflate(&run, &byte_, size_t{UINT_MAX} + 5, true), DeflateStatus::done);
+  EXPECT_EQ(finish_deflate(&run, DeflateStatus::done), DeflateStatus::done);
+  ASSERT_EQ(seen.size(), 2U);
+  EXPECT_EQ(seen[0].input, UINT_MAX);
+  EXPECT_EQ(seen[0].flush, Z_NO_FLUSH);
+  EXPECT_EQ(seen[1].input, 5U);
+  EXPECT_EQ(seen[1].flush, Z_FINISH);
+  EXPECT_EQ(run.written, 7U);
+}
+
+TEST_F(ScriptedDeflate, GetsRoomOfMoreThan32BitsInPieces) {
+  steps = {{1, UINT_MAX, Z_OK}, {1, 7, Z_STREAM_END}};
+  DeflateRun run;
+  ASSERT_EQ(start_deflate(&run, &byte_, size_t{UINT_MAX} + 10), DeflateStatus::done);
+  EXPECT_EQ(feed_deflate(&run, &byte_, 2, true), DeflateStatus::done);
+  EXPECT_EQ(finish_deflate(&run, DeflateStatus::done), DeflateStatus::done);
+  ASSERT_EQ(seen.size(), 2U);
+  EXPECT_EQ(seen[0].room, UINT_MAX);
+  EXPECT_EQ(seen[1].room, 10U);
+  EXPECT_EQ(run.written, size_t{UINT_MAX} + 7);
+}
+
+TEST_F(ScriptedDeflate, EndsWhereItMakesNoProgress) {
+  for (const int result : {Z_OK, Z_BUF_ERROR, Z_STREAM_ERROR}) {
+    seen.clear();
+    steps = {{1, 0, result}};
+    DeflateRun run;
+    ASSERT_EQ(start_deflate(&run, &byte_, 10), DeflateStatus::done);
+    EXPECT_EQ(feed_deflate(&run, &byte_, 2, true), DeflateStatus::not_finished) << result;
+    EXPECT_EQ(finish_deflate(&run, DeflateStatus::not_finished), DeflateStatus::not_finished);
+    EXPECT_EQ(seen.size(), 1U);
+  }
+}
+
+TEST_F(ScriptedDeflate, MayLeaveInputOverWhenItCallsItselfDone) {
+  steps = {{1, 1, Z_STREAM_END}};
+  DeflateRun run;
+  ASSERT_EQ(start_deflate(&run, &byte_, 10), DeflateStatus::done);
+  EXPECT_EQ(feed_deflate(&run, &byte_, 2, true), DeflateStatus::not_finished);
+  EXPECT_EQ(finish_deflate(&run, DeflateStatus::not_finished), DeflateStatus::not_finished);
+}
+
+TEST_F(ScriptedDeflate, NeedsNoEndWhereItDidNotStart) {
+  deflate_gate.start = [](z_stream *) { return Z_MEM_ERROR; };
+  deflate_gate.end = [](z_stream *) {
+    ADD_FAILURE() << "ended without a start";
+    return Z_OK;
+  };
+  DeflateRun run;
+  EXPECT_EQ(start_deflate(&run, &byte_, 10), DeflateStatus::not_started);
+  EXPECT_EQ(finish_deflate(&run, DeflateStatus::not_started), DeflateStatus::not_started);
 }
 
 }  // namespace

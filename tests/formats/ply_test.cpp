@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 
+#include "formats/ply_mesh.h"
 #include "quorix/datafiles.h"
 #include "tests/formats/ply_mesh.h"
 #include "tests/imageout/random_numbers.h"
@@ -335,6 +336,62 @@ TEST_F(PlyWriter, GoesOnWhereTheFirstMemoryIsRefused) {
     EXPECT_EQ(add_face(triangle), 0);
     discard_mesh();
   }
+}
+
+TEST_F(PlyWriter, KnowsVerticesApartByEachComponentAlone) {
+  const Corner base = {1, 2, 3, 0.2, 0.4, 0.6};
+  Face corners = {base};
+  for (size_t i = 0; i < 6; ++i) {
+    Corner other = base;
+    double *const components[] = {&other.x, &other.y, &other.z, &other.r, &other.g, &other.b};
+    *components[i] += 0.25;
+    corners.push_back(other);
+  }
+  corners.push_back(base);
+  ASSERT_EQ(add_face(corners), 0);
+  const PlyFile file = parse_ply(written());
+  EXPECT_EQ(file.vertices.size(), 7U);
+  ASSERT_EQ(file.faces.size(), 1U);
+  EXPECT_EQ(file.faces[0], (std::vector<int32_t>{0, 1, 2, 3, 4, 5, 6, 0}));
+}
+
+TEST_F(PlyWriter, FindsVerticesAgainAfterItsTableGrewAroundSomeWithNaN) {
+  constexpr int32_t faces = 6000;  // more vertices than half of the first table's slots
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  LiteralMesh expected;
+  const auto add = [&](int32_t i) {
+    const double place = i;
+    const Face face = {{place, 0, 0}, {nan, place, 0}, {place, 1, 0}};
+    ASSERT_EQ(add_face(face), 0);
+    expected.add(face);
+  };
+  for (int32_t i = 0; i < faces; ++i)
+    add(i);
+  for (const int32_t i : {0, 1, 4321, faces - 1})
+    add(i);
+  const std::string text = written();
+  EXPECT_TRUE(text == expected.text("thing"));
+  // The vertex with a NaN equals none, so each of the last faces brings one and finds two.
+  EXPECT_NE(text.find("element vertex 18004\n"), std::string::npos);
+}
+
+TEST(PlyMesh, IsLostRatherThanHaveMoreVerticesThan32BitsCount) {
+  PlyMesh *const mesh = create_ply_mesh();
+  ASSERT_NE(mesh, nullptr);
+  mesh->vertex_count = INT32_MAX - 3;
+  const FailingMemory memory;
+  EXPECT_FALSE(reserve_ply_face(mesh, 4));
+  EXPECT_TRUE(mesh->lost);
+  EXPECT_EQ(memory.requests(), 0U);
+  release_ply_mesh(mesh);
+}
+
+TEST(PlyMesh, MayBeMissingWhenItIsReleased) {
+  const FailingMemory memory(1);
+  PlyMesh *const mesh = create_ply_mesh();
+  EXPECT_EQ(mesh, nullptr);
+  release_ply_mesh(mesh);
+  EXPECT_EQ(memory.live_blocks(), 0U);
 }
 
 // A mesh that is about to grow both of its lists.

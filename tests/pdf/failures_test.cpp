@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/deflate.h"
+#include "pdf/pdf.h"
 #include "tests/pdf/pdf_calls.h"
 #include "tests/pdf/pdf_reader.h"
 #include "tests/support/failing_files.h"
@@ -154,6 +155,74 @@ TEST_F(PdfFailures, WithoutAnyMoreMemoryADocumentStillComesOut) {
     const std::string whole = document_of(false, [] { draw_everything(); });
     expect_same_drawing(document, whole, 0);
     EXPECT_EQ(document.find("/Outlines"), std::string::npos);
+  }
+}
+
+// The offset of each object from the cross-reference table, by its number; entry 0 is none.
+std::vector<size_t> offsets_in(const std::string &document) {
+  constexpr size_t entry_size = 20;
+  std::vector<size_t> offsets;
+  const size_t table = document.find("\nxref\n0 ");
+  if (table == std::string::npos) return offsets;
+  size_t at = document.find('\n', table + 8) + 1;
+  for (; document.compare(at, 7, "trailer") != 0; at += entry_size)
+    offsets.push_back(std::stoul(document.substr(at, 10)));
+  return offsets;
+}
+
+TEST_F(PdfFailures, ObjectsThatTheTableCannotTakeHaveAnOffsetOfZero) {
+  constexpr size_t table_size = 200;
+  constexpr int pages = 100;
+  ASSERT_EQ(begin_document(plain_memory), 0);
+  {
+    const FailingMemory none(1, Failures::that_and_all_later);
+    for (int i = 1; i < pages; ++i)
+      draw(op_page);
+    draw(op_end);
+  }
+  const std::string document = memory_bytes();
+  const std::vector<size_t> offsets = offsets_in(document);
+  // Three for each page, catalogue and page tree, /Info, and the entry 0.
+  ASSERT_EQ(offsets.size(), 3U * pages + 4);
+  for (size_t number = 1; number < offsets.size(); ++number) {
+    if (number >= table_size) {
+      ASSERT_EQ(offsets[number], 0U) << number;
+      continue;
+    }
+    const std::string start = std::to_string(number) + " 0 obj\n";
+    ASSERT_EQ(document.compare(offsets[number], start.size(), start), 0) << number;
+  }
+}
+
+TEST_F(PdfFailures, MemoryThatCannotDoubleGrowsByWhatIsNeeded) {
+  ASSERT_EQ(begin_document(plain_memory), 0);
+  const std::string first(1000000, 'a'), second(500000, 'b'), third(100000, 'c');
+  send(first);  // the room is about 1,512,000 bytes from here on
+  send(second);
+  {
+    const FailingMemory memory(1);
+    send(third);
+    EXPECT_TRUE(memory.failed());
+    EXPECT_EQ(memory.requests(), 2U);
+  }
+  draw(op_end);
+  EXPECT_NE(memory_bytes().find(first + second + third), std::string::npos);
+}
+
+TEST_F(PdfFailures, AWriteBeyondWhatMemoryOutputCountsIsLostAndCounted) {
+  const std::string bytes = "nothing of this is read";
+  for (const size_t count : {size_t{INT32_MAX}, size_t{INT32_MAX} + 1}) {
+    PdfDocument *const document = make_document();
+    ASSERT_NE(document, nullptr);
+    const PdfSettings settings = {100, 100, false, true, false};
+    ASSERT_EQ(start_document(document, nullptr, settings), pdf_done);
+    const FailingMemory memory;
+    put_output(&document->output, bytes.data(), count);
+    EXPECT_EQ(memory.requests(), 0U);
+    std::vector<uint8_t> room(1000);
+    EXPECT_EQ(take_memory_output(&document->output, room.data(), 0), INT32_MAX);
+    EXPECT_EQ(take_memory_output(&document->output, room.data(), 1000), -1);
+    release_document(document);
   }
 }
 

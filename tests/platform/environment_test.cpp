@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/system.h"
 #include "quorix/system.h"
 #include "tests/support/environment_variable.h"
 
@@ -80,6 +81,19 @@ TEST(Environment, CutsLongValues) {
       EXPECT_EQ(answer.length, static_cast<int32_t>(expected.size())) << length;
     }
   }
+}
+
+TEST(FolderOfProgram, IsGivenOnlyWhereItFits) {
+  char whole[4096] = "";
+  ASSERT_TRUE(folder_of_program(whole, sizeof whole));
+  const std::string expected = whole;
+  ASSERT_GT(expected.size(), 1U);
+  std::vector<char> buffer(expected.size() + 1, '#');
+  EXPECT_TRUE(folder_of_program(buffer.data(), expected.size() + 1));
+  EXPECT_EQ(std::string(buffer.data()), expected);
+  std::fill(buffer.begin(), buffer.end(), '#');
+  EXPECT_FALSE(folder_of_program(buffer.data(), expected.size()));
+  EXPECT_EQ(std::string(buffer.begin(), buffer.end()), std::string(expected.size() + 1, '#'));
 }
 
 TEST(Environment, TakesNamesOfAnyLength) {

@@ -75,6 +75,22 @@ TEST(Clock, TellsTheLocalTime) {
                      << second;
 }
 
+TEST(SystemCommand, MayBeMissing) {
+  EXPECT_EQ(qqsyst(nullptr), 0);
+}
+
+TEST(MessageDeathTest, ShowsNothingForNull) {
+  EXPECT_EXIT(
+      {
+        messages_to_stderr();
+        qqwmsg(nullptr, "a caption");
+        qqwmsg("a text", nullptr);
+        std::fflush(stderr);
+        std::exit(42);
+      },
+      ::testing::ExitedWithCode(42), "a caption: \\s*: a text");
+}
+
 TEST(MessageDeathTest, ShowsCaptionAndText) {
   EXPECT_EXIT(
       {
