@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: MIT
-//
-// Reals are converted by from_chars, which knows no locale. White space, signs and what is out of
-// range, which it refuses, are dealt with here.
 #include "base/leading_numbers.h"
 
-#include <charconv>
-#include <cstring>
-#include <limits>
-#include <system_error>
+#include <cmath>
+
+#include "base/nearest_real.h"
 
 namespace quorix {
 
@@ -27,13 +23,12 @@ const char *skip_spaces(const char *text) {
   return text;
 }
 
-// Out of the range of doubles. A negative exponent means that the number is too small, as long as
-// the digits before it are far fewer than the exponents that a double can have.
-double beyond_range(const char *text, const char *end) {
-  for (; text != end; ++text) {
-    if ((*text == 'e' || *text == 'E') && text[1] == '-') return 0.0;
+// Whether a text begins with three lower-case letters, in either case.
+bool begins_with(const char *text, const char *letters) {
+  for (int i = 0; i < 3; ++i) {
+    if ((text[i] | ('a' - 'A')) != letters[i]) return false;
   }
-  return std::numeric_limits<double>::infinity();
+  return true;
 }
 
 }  // namespace
@@ -55,11 +50,11 @@ double leading_real(const char *text) {
   text = skip_spaces(text);
   const bool negative = *text == '-';
   if (negative || *text == '+') ++text;
-  if (*text == '-') return 0.0;  // a second sign, which the conversion would take
   double number = 0.0;
-  const auto [end, error] = std::from_chars(text, text + std::strlen(text), number);
-  if (error == std::errc::invalid_argument) return 0.0;
-  if (error == std::errc::result_out_of_range) number = beyond_range(text, end);
+  if (read_nearest_real(text, &number) == text) {
+    if (begins_with(text, "inf")) number = HUGE_VAL;
+    if (begins_with(text, "nan")) number = NAN;
+  }
   return negative ? -number : number;
 }
 

@@ -19,8 +19,6 @@ foreach(set QuorixShared QuorixStatic)
   install(EXPORT ${set} NAMESPACE Quorix:: FILE ${set}Targets.cmake DESTINATION ${package_folder})
 endforeach()
 
-# A C program that links the static library needs what the C++ compiler would add by itself.
-set(QUORIX_CXX_RUNTIME stdc++ m)
 configure_package_config_file(cmake/QuorixConfig.cmake.in QuorixConfig.cmake
   INSTALL_DESTINATION ${package_folder} NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file(QuorixConfigVersion.cmake COMPATIBILITY SameMajorVersion)
@@ -31,7 +29,11 @@ install(FILES
 
 set(pc_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH QUORIX_PREFIX_FROM_PC /${pc_folder} /)
-list(TRANSFORM QUORIX_CXX_RUNTIME PREPEND -l OUTPUT_VARIABLE QUORIX_CXX_RUNTIME_FLAGS)
-list(JOIN QUORIX_CXX_RUNTIME_FLAGS " " QUORIX_CXX_RUNTIME_FLAGS)
+# What the static library needs beside zlib.
+if(UNIX)
+  set(QUORIX_PRIVATE_LIBS -lm)
+else()
+  set(QUORIX_PRIVATE_LIBS "-lopengl32 -lgdi32")
+endif()
 configure_file(cmake/quorix.pc.in quorix.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/quorix.pc DESTINATION ${pc_folder})

@@ -74,7 +74,7 @@ class Programs(unittest.TestCase):
         compile_it = [CONFIG["cc"], "-std=c11", f"-I{tree}/include", HERE / "consumer/directory.c"]
         shared, static = folder / "with_shared", tree / "bin" / "with_static"
         run(*compile_it, "-o", shared, f"-L{library}", "-lquorix")
-        run(*compile_it, "-o", static, library / "libquorix.a", "-lz", "-lstdc++", "-lm")
+        run(*compile_it, "-o", static, library / "libquorix.a", "-lz", "-lm")
         environment = {name: value for name, value in os.environ.items() if name != "QUORIX"}
         environment["LD_LIBRARY_PATH"] = str(library)
         data = (tree / "share" / "quorix").resolve()
