@@ -48,8 +48,8 @@ int32_t black_or_white_end(const OutputContext *context, int32_t last, uint8_t r
 }  // namespace
 
 int32_t palette_entries(uint8_t kind) {
-  if (kind == 0) return 9;
-  return kind == 7 ? 16 : 256;
+  if (kind == palette_kind_9) return 9;
+  return kind == palette_kind_16 ? 16 : 256;
 }
 
 // Ties go to the highest index where blue is 0 and to the lowest otherwise. Kept: pictures of

@@ -7,11 +7,14 @@
 
 namespace quorix {
 
+// By number of entries.
+enum PaletteKind : uint8_t { palette_kind_9 = 0, palette_kind_16 = 7 };
+
 struct Colours {
   int32_t transparent_colour;  // -1 none
   int32_t colour_arg;          // the colour as last given
   uint8_t transparent_r, transparent_g, transparent_b;
-  uint8_t palette_kind;  // 0: 9 entries, 7: 16, others: 256
+  uint8_t palette_kind;  // PaletteKind; all others have 256 entries
   uint8_t palette_r[256], palette_g[256], palette_b[256];
   uint8_t colour_index;
   uint8_t window_colour_index;

@@ -11,9 +11,9 @@ enum LineCap : int32_t { cap_butt = 0, cap_round = 1, cap_square = 2 };
 enum LineJoin : int32_t { join_miter = 0, join_round = 1, join_bevel = 2 };
 
 struct Pen {
-  int32_t line_width;
-  int32_t line_cap;   // LineCap
-  int32_t line_join;  // LineJoin
+  int32_t line_width;  // below 2: one pixel
+  int32_t line_cap;    // LineCap
+  int32_t line_join;   // LineJoin
   uint8_t line_smooth_on;
 };
 

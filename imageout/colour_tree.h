@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The quantiser's octree of colour bits: one level for each bit of a channel, its leaves the
-// colours that are told apart.
+// colours that the palette keeps apart.
 //
 // The tree lives in one record with room for all the nodes it can ever have, named by numbers. A
 // table over the upper six bits of each channel names the node that a colour passes on level 6, or
@@ -34,7 +34,7 @@ using Colour = uint32_t;  // 0xBBGGRR as it is read; what stands above is ignore
 using NodeNumber = uint16_t;
 inline constexpr NodeNumber no_node = 0;
 
-// A node, with a bit that tells that it is a leaf and saves looking.
+// A node, with a bit that is set for a leaf and saves looking.
 using TableEntry = uint16_t;
 inline constexpr TableEntry leaf_entry = 0x8000;
 static_assert(node_capacity < leaf_entry);

@@ -2,9 +2,10 @@
 //
 // The memory of the depth buffer.
 //
-// depth_width and depth_height tell what the buffer was allocated for; the record's `width` and
+// The buffer's own width and height are what it was allocated for; the page's `width` and
 // `height` may belong to another device by the time it is used. depth_on without a buffer means
-// that the depths are kept elsewhere, by OpenGL.
+// that the depths are kept elsewhere, by OpenGL. A buffer in use follows the size of a new page;
+// without memory for it, depth buffering is switched off.
 #include <algorithm>
 
 #include "base/memory.h"

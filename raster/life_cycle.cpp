@@ -5,6 +5,10 @@
 // `raster` is what drawing writes to and `page` what that memory was allocated for. Both are set
 // together by select_raster_buffer, so that no write can trust a size that belongs to another
 // buffer.
+//
+// A size below 1 gives status 1 and no raster. Before the first qqvini, and after qqvfin, pixels
+// read as 0. Kept: qqvptr goes on giving the address of released memory after qqvfin; no operation
+// of the library uses it any more.
 #include "quorix/raster.h"
 
 #include <cstring>
@@ -35,7 +39,7 @@ void follow_page(OutputContext *context) {
   context->depth.depth_on = 0;
 }
 
-// `raster` keeps its address, which qqvptr goes on telling, but nothing may be written there.
+// `raster` keeps its address for qqvptr, but nothing may be written there.
 void release_buffers(OutputContext *context) {
   RasterBuffers &buffers = context->buffers;
   release_bytes(buffers.raster_base.pixels);
@@ -44,7 +48,7 @@ void release_buffers(OutputContext *context) {
   buffers.raster.page = {};
 }
 
-// False where the page has no pixels or its memory cannot be had.
+// False where the page has no pixels or there is no memory for them.
 bool allocate_page(OutputContext *context, int32_t w, int32_t h) {
   if (w < 1 || h < 1 || context->page.stride < w) return false;
   const RasterPage page = {w, h, context->page.rgba_mode};
@@ -90,7 +94,7 @@ extern "C" int32_t qqvini(int32_t page_w, int32_t page_h, int32_t *w, int32_t *h
                           int32_t *status) {
   OutputContext *context = require_output_context();
   context->page.rgba_mode = static_cast<uint8_t>(page_w < 0);
-  // The status is an input too: its first byte in memory tells the background.
+  // The status is an input too: its first byte in memory chooses the background.
   std::memcpy(&context->page.white_background, status, 1);
   context->window.window_active = 0;
   *status = 0;

@@ -27,73 +27,6 @@ namespace {
 
 constexpr int32_t stack_edges = max_crossings;  // polygons up to this size need no memory
 
-int32_t floor_to_int32(double v) {
-  const int32_t i = to_int32(v);
-  return v < i && i > INT32_MIN ? i - 1 : i;
-}
-
-// The y range, or false where a corner has none.
-bool y_range(const double *ys, int32_t n, double *low, double *high) {
-  if (n < 1) return false;
-  double smallest = ys[0];
-  double largest = ys[0];
-  bool known = true;
-  for (int32_t i = 0; i < n; ++i) {
-    smallest = std::min(smallest, ys[i]);
-    largest = std::max(largest, ys[i]);
-    known &= ys[i] == ys[i];
-  }
-  *low = smallest;
-  *high = largest;
-  return known;
-}
-
-struct RowRange {
-  int32_t first, last;
-};
-
-// The rows a polygon may fill within low to high; empty where first > last.
-RowRange polygon_rows(double ymin, double ymax, int32_t low, int32_t high) {
-  return {std::max(round_to_int32(ymin), low), std::min(round_to_int32(ymax), high)};
-}
-
-// Crossings of one row, already in rising order.
-template <class Pixel>
-void fill_pairs(const Surface<Pixel> &s, const int32_t *crossings, int32_t count, int32_t y) {
-  for (int32_t i = 0; i + 1 < count; i += 2) {
-    const int32_t x1 = std::max(crossings[i], s.box.x1);
-    const int32_t x2 = std::min(crossings[i + 1], s.box.x2);
-    if (x1 <= x2) fill_span(s, x1, x2, y);
-  }
-}
-
-// Few values, nearly always two.
-void sort_crossings(int32_t *x, int32_t count) {
-  if (count == 2) {
-    const int32_t a = x[0];
-    const int32_t b = x[1];
-    x[0] = std::min(a, b);
-    x[1] = std::max(a, b);
-    return;
-  }
-  for (int32_t i = 1; i < count; ++i) {
-    const int32_t value = x[i];
-    int32_t j = i;
-    for (; j > 0 && x[j - 1] > value; --j)
-      x[j] = x[j - 1];
-    x[j] = value;
-  }
-}
-
-// The rows that the edge from corner i to corner j crosses.
-RowRange edge_rows(double yi, double yj) {
-  const double low = std::min(yi, yj);
-  const double high = std::max(yi, yj);
-  const int32_t below = floor_to_int32(low);
-  if (below == INT32_MAX || high < below) return {1, 0};
-  return {below + 1, floor_to_int32(high)};
-}
-
 // How many edges cross the fullest of the rows low to high: `firsts` are sorted, `lasts` get so.
 bool has_overfull_row(const PolygonEdge *edges, int32_t count, int32_t *lasts, RowRange rows) {
   int32_t kept = 0;
@@ -109,11 +42,6 @@ bool has_overfull_row(const PolygonEdge *edges, int32_t count, int32_t *lasts, R
     if (i + 1 - ended > max_crossings) return true;
   }
   return false;
-}
-
-int32_t exact_crossing(const PolygonEdge &e, double y) {
-  if (e.flat) return round_to_int32(e.x);
-  return round_to_int32(e.dx * (y - e.y) / e.dy + e.x);
 }
 
 // A crossing by the reciprocal, and whether its truncation is beyond doubt.
@@ -201,19 +129,6 @@ void sweep(const Surface<Pixel> &s, const PolygonEdge *edges, int32_t count, int
   }
 }
 
-// The edges that cross a row of `rows`, in edge order.
-int32_t collect_edges(const double *xs, const double *ys, int32_t n, RowRange rows,
-                      PolygonEdge *edges) {
-  int32_t count = 0;
-  for (int32_t i = 0; i < n; ++i) {
-    const int32_t j = i == n - 1 ? 0 : i + 1;
-    const RowRange r = edge_rows(ys[i], ys[j]);
-    if (r.first > r.last || r.last < rows.first || r.first > rows.last) continue;
-    edges[count++] = make_polygon_edge(xs[i], ys[i], xs[j], ys[j], r.first, r.last, i);
-  }
-  return count;
-}
-
 // Polygons of more corners than fit on the stack.
 template <class Pixel>
 int32_t fill_large(const Surface<Pixel> &s, const double *xs, const double *ys, int32_t n,
@@ -242,54 +157,6 @@ void fill_small(const Surface<Pixel> &s, const double *xs, const double *ys, int
 
 }  // namespace
 
-PolygonEdge make_polygon_edge(double xi, double yi, double xj, double yj, int32_t first,
-                              int32_t last, int32_t order) {
-  PolygonEdge e;
-  e.x = xi;
-  e.y = yi;
-  e.dx = xj - xi;
-  e.dy = yj - yi;
-  e.first = first;
-  e.last = last;
-  e.order = order;
-  e.flat = !(std::abs(yi - yj) >= flat_edge);
-  const bool near = std::abs(xi) < quick_range && std::abs(yi) < quick_range &&
-                    std::abs(xj) < quick_range && std::abs(yj) < quick_range;
-  e.quick = near && !e.flat;
-  e.slope = e.quick ? e.dx / e.dy : 0.0;
-  return e;
-}
-
-template <class Pixel>
-int32_t fill_polygon_plainly(const Surface<Pixel> &s, const double *xs, const double *ys,
-                             int32_t n) {
-  double ymin = 0;
-  double ymax = 0;
-  if (!y_range(ys, n, &ymin, &ymax)) return 0;
-  const RowRange rows = polygon_rows(ymin, ymax, s.clip.y1, s.clip.y2);
-  int32_t status = 0;
-  for (int64_t y = rows.first; y <= rows.last; ++y) {
-    const auto row = static_cast<double>(y);
-    int32_t crossings[max_crossings];
-    int32_t count = 0;
-    for (int32_t i = 0; i < n; ++i) {
-      const int32_t j = i == n - 1 ? 0 : i + 1;
-      if (!((ys[i] < row && row <= ys[j]) || (ys[j] < row && row <= ys[i]))) continue;
-      if (count == max_crossings) {
-        status = 1;
-        continue;
-      }
-      const bool flat = !(std::abs(ys[i] - ys[j]) >= flat_edge);
-      const double x = flat ? xs[i] : (xs[j] - xs[i]) * (row - ys[i]) / (ys[j] - ys[i]) + xs[i];
-      crossings[count++] = round_to_int32(x);
-    }
-    if (y < s.page.y1 || y > s.page.y2) continue;
-    sort_crossings(crossings, count);
-    fill_pairs(s, crossings, count, static_cast<int32_t>(y));
-  }
-  return status;
-}
-
 template <class Pixel>
 int32_t fill_polygon(const Surface<Pixel> &s, const double *xs, const double *ys, int32_t n) {
   double ymin = 0;
@@ -304,9 +171,6 @@ int32_t fill_polygon(const Surface<Pixel> &s, const double *xs, const double *ys
 
 template int32_t fill_polygon(const PaletteSurface &, const double *, const double *, int32_t);
 template int32_t fill_polygon(const RgbaSurface &, const double *, const double *, int32_t);
-template int32_t fill_polygon_plainly(const PaletteSurface &, const double *, const double *,
-                                      int32_t);
-template int32_t fill_polygon_plainly(const RgbaSurface &, const double *, const double *, int32_t);
 
 void fill_polygon(const OutputContext *context, const double *xs, const double *ys, int32_t n,
                   int32_t *status) {

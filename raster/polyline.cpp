@@ -12,16 +12,18 @@ namespace quorix {
 namespace {
 
 constexpr int32_t thick_width = 4;  // pens from this width on are drawn as polygons
+constexpr int32_t pen_draws = 2;    // the code of a move that draws; all others lift the pen
+constexpr int32_t pen_lifts = 3;
 
 // One point: a pixel, a square or a disc, by the cap.
 template <class Pixel>
 void draw_dot(const Surface<Pixel> &s, const OutputContext *context, int32_t x, int32_t y) {
   const int32_t width = context->pen.line_width;
-  if (width <= 1 || context->pen.line_cap == 0) {
+  if (width <= 1 || context->pen.line_cap == cap_butt) {
     put_pixel(s, x, y);
     return;
   }
-  if (context->pen.line_cap != 2) {
+  if (context->pen.line_cap != cap_square) {
     draw_disc(s, x, y, width / 2, false);
     return;
   }
@@ -85,7 +87,7 @@ void append_point(OutputContext *context, int32_t x, int32_t y) {
 }
 
 void move_pen(OutputContext *context, int32_t x, int32_t y, int32_t code) {
-  if (code == 2) {
+  if (code == pen_draws) {
     append_point(context, x, y);
     if (context->accumulator.poly_count < poly_capacity) return;
   }
@@ -130,7 +132,7 @@ extern "C" int32_t qqvdrw(int32_t x, int32_t y, int32_t code) {
 
 extern "C" int32_t qqvlin(int32_t x1, int32_t y1, int32_t x2, int32_t y2) {
   if (output_context == nullptr) return 0;
-  move_pen(output_context, x1, y1, 3);
-  move_pen(output_context, x2, y2, 2);
+  move_pen(output_context, x1, y1, pen_lifts);
+  move_pen(output_context, x2, y2, pen_draws);
   return 0;
 }

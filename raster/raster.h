@@ -113,8 +113,8 @@ template <class Pixel>
 int32_t fill_polygon(const Surface<Pixel> &s, const double *xs, const double *ys, int32_t n);
 void fill_polygon(const OutputContext *context, const double *xs, const double *ys, int32_t n,
                   int32_t *status);
-// The same by looking at every edge in every row. Slow, needs no memory of its own: what the
-// filler falls back to, and what it is tested against.
+
+// ---- polygon_plain.cpp: the same by looking at every edge in every row
 template <class Pixel>
 int32_t fill_polygon_plainly(const Surface<Pixel> &s, const double *xs, const double *ys,
                              int32_t n);

@@ -4,7 +4,8 @@
 //
 // A file may be of any size and depth; its upper left part comes into the raster. Rows that match
 // the raster's depth are stored as they are, all others go through the row writer, which knows the
-// transparent colour.
+// transparent colour. Rows are as long as the header says but never longer than the file; one that
+// ends early loads the rows it has, and a row cut short ends in zeros.
 #include "raster/raster_file.h"
 
 #include <cstring>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The 80 bytes of text at the start of a raster file: put together and taken apart.
 #include "raster/raster_file.h"
 
 #include <cstring>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The strokes of the marker shapes, and where their corners stand for a size.
 #include "raster/symbol_shapes.h"
 
 #include "base/numbers.h"

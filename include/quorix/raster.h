@@ -11,8 +11,9 @@
  * the top without padding.
  *
  * A colour argument is a palette index from 0 to 255, or a packed colour 0x01BBGGRR: red in the
- * low byte, then green, then blue, and 1 in the high byte. Palette tables, on the other hand, hold
- * words 0xRRGGBB. Any other number counts as an index by its low 8 bits.
+ * low byte, then green, then blue, and 1 in the high byte. Any other number counts as an index by
+ * its low 8 bits, without a status. Palette tables, on the other hand, hold words 0xRRGGBB, which
+ * make no colour argument: 0xFF8000 in a table is orange, as a colour it is entry 0.
  *
  * Pixels are written only on the page, whatever the arguments. The clip rectangle is the whole page
  * at first; qqwwid options 11 to 14 set it. It holds
@@ -22,6 +23,9 @@
  *   with clipping on     (qqwwid option 33) for qqvfll and all other segments (but the rows or
  *                        columns that their width adds are always held to it)
  *   never                for qqvwpx, qqvrow and qqvfil
+ *
+ * Clipping is off at first: who sets options 11 to 14 and wants rectangles and thin lines to end
+ * there sets option 33 to QUORIX_CLIPPING_ON as well.
  *
  * Before qqvini, and after qqvfin, every operation does nothing and gives a harmless result.
  */
@@ -40,12 +44,17 @@ extern "C" {
  *
  * page_w     a negative value asks for an RGBA raster, otherwise it is a palette raster; its
  *            absolute value and page_h tell the orientation of the page
- * page_h     see page_w
+ * page_h     see page_w; neither is a size in pixels, those are w and h
  * w, h       size in pixels. have_size not 0: input, each at least 1. have_size 0: output, 603 by
  *            853 if |page_w| <= page_h, otherwise 853 by 603
  * status     input: a first byte that is not 0 asks for a white background, which only an RGBA
  *            raster has (white with alpha 0); all other backgrounds are bytes 0.
  *            output: 0 done; 1 no memory, or a size below 1 (there is no raster then)
+ *
+ * The status is read before it is written: one that was not set to 0 may give a white page. A white
+ * page shows white only where alpha is dropped, since its alpha is 0. Without the minus sign of
+ * page_w the raster has palette indices, and packed colours become the nearest of a palette that is
+ * black until qqvvlt loads one.
  *
  * An open raster is replaced. Palette, current colour, pen and lines not drawn yet stay as they
  * were. */
@@ -80,11 +89,12 @@ QUORIX_API int32_t qqvcrp(int32_t *x1, int32_t *y1, int32_t *x2, int32_t *y2);
 /* ---- Colours ----------------------------------------------------------------------------- */
 
 /* Sets the current colour, which lines, polygons and symbols are drawn in. In a palette raster a
- * packed colour becomes the nearest colour of the palette. */
+ * packed colour becomes the nearest colour of the palette. Orange is 0x010080FF, see above. */
 QUORIX_API int32_t qqvclr(int32_t colour);
 
-/* Loads the palette: 9 words 0xRRGGBB for kind 0, 16 for kind 7, 256 for any other kind. Does
- * nothing before the first qqvini or qqwwid. */
+/* Loads the palette: 9 words 0xRRGGBB for kind 0, 16 for kind 7, 256 for any other kind; as many
+ * are read, whatever the size of the table. These words have red above, colour arguments below.
+ * Does nothing before the first qqvini or qqwwid. */
 QUORIX_API int32_t qqvvlt(uint8_t kind, const uint32_t *table);
 
 /* ---- Lines ------------------------------------------------------------------------------- */
@@ -103,7 +113,8 @@ QUORIX_API int32_t qqvlin(int32_t x1, int32_t y1, int32_t x2, int32_t y2);
 /* ---- Areas and symbols ------------------------------------------------------------------- */
 
 /* Fills the rectangle with the corners (x1, y1) and (x2, y2), both inclusive. Nothing happens
- * where x1 > x2 or y1 > y2. The current colour stays as it was. */
+ * where x1 > x2 or y1 > y2. The current colour stays as it was. The clip rectangle counts only with
+ * clipping on (qqwwid option 33), which it is not at first. */
 QUORIX_API int32_t qqvfll(int32_t x1, int32_t y1, int32_t x2, int32_t y2, int32_t colour);
 
 /* Sets one pixel if it lies within the clip rectangle. The current colour stays as it was. */
@@ -114,7 +125,11 @@ QUORIX_API int32_t qqvpix(int32_t x, int32_t y, int32_t colour);
  * xs, ys  n corners each, in pixels; a polygon with a NaN among its ys is not drawn
  * n       number of corners
  * status  0 done; 1 some row had more than 99 crossings and was drawn with its first 99, or there
- *         is no drawing record yet */
+ *         is no drawing record yet
+ *
+ * The crossings beyond 99 are those of the edges that come last, so an area under a curve that
+ * swings more than 49 times across a row is cut off: fill it in several polygons, each over a part
+ * of xs. */
 QUORIX_API int32_t qqvpol(const double *xs, const double *ys, const int32_t *n, int32_t *status);
 
 /* Draws a marker of the given size (its full width in pixels) centred on (x, y), with the current
@@ -153,7 +168,8 @@ QUORIX_API int32_t qqvrpx(int32_t x, int32_t y, int32_t *colour);
  *         raster); n < 0: receives |n| * |rows| triples red, green, blue
  * rows    positive: rows go downward from y; negative: upward
  *
- * What lies off the page reads as 0. */
+ * The buffer has to hold all of it. What lies off the page reads as 0, which is also black and
+ * index 0: a rectangle larger than the page fails in silence, its size is that of qqvini. */
 QUORIX_API int32_t qqvrdr(uint8_t *buffer, int32_t x, int32_t y, int32_t n, int32_t rows);
 
 /* Saves the raster into a file of the library's own format, or loads it from one.
