@@ -11,7 +11,8 @@ NAMES = [f"{family}{size}" for family, sizes in
          (("complx", (10, 12, 14, 18)), ("simplx", (8, 10, 12, 14)), ("helve", (10, 12, 14, 18)))
          for size in sizes]
 SONAME = f"libquorix.so.{CONFIG['major']}"
-STATIC_NEEDS = ["-DQUORIX_STATIC", *(["-static"] if WINDOWS else []), "-lstdc++", "-lz", "-lm"]
+STATIC_NEEDS = ["-DQUORIX_STATIC", *(["-static"] if WINDOWS else []), "-lz", "-lm",
+                *(["-lopengl32", "-lgdi32"] if WINDOWS else [])]
 FONTS = PREFIX / CONFIG["datadir"] / "quorix" / "fonts"
 
 

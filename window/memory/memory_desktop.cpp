@@ -38,7 +38,8 @@ void frame(FrameMetrics *result) {
 
 // Whoever runs without a screen reads the error stream.
 void show_message(const char *text, const char *caption) {
-  std::fprintf(stderr, "%s: %s\n", caption, text);
+  for (const char *part : {caption, ": ", text, "\n"})
+    std::fputs(part, stderr);
   std::fflush(stderr);
 }
 
