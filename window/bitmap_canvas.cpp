@@ -245,7 +245,9 @@ void end_access(Canvas * /*canvas*/, bool /*show*/) {}
 void set_text_colour(Canvas * /*canvas*/, uint32_t /*colour*/) {}
 
 // Bytes stay what they are whatever the palette says.
-void set_palette(Canvas * /*canvas*/, const PaletteEntry * /*entries*/, int32_t /*count*/) {}
+bool set_palette(Canvas * /*canvas*/, const PaletteEntry * /*entries*/, int32_t /*count*/) {
+  return true;
+}
 
 }  // namespace
 

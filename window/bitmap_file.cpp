@@ -115,12 +115,13 @@ FileStatus load_converted_rows(const BitmapLoad &load) {
 }
 
 // Pixels of 16 bits are only known to the canvas, which takes them as a whole.
-void load_16_bits(const BitmapLoad &load) {
+FileStatus load_16_bits(const BitmapLoad &load) {
   WindowSet *set = load.context->window.window_set;
   Canvas *canvas = set->draw_canvas;
   const auto pitch = static_cast<size_t>(set->bitmap_info.row_bytes);
   const auto row = allocate_array<uint8_t>(load.row_bytes);
-  for (int32_t y = 0; row && y < load.rows; ++y) {
+  if (!row) return file_no_memory;
+  for (int32_t y = 0; y < load.rows; ++y) {
     const size_t count = read_file(load.file, row.get(), load.row_bytes);
     std::memcpy(set->image_bits + static_cast<size_t>(y) * pitch, row.get(),
                 std::min(count, pitch));
@@ -128,19 +129,17 @@ void load_16_bits(const BitmapLoad &load) {
   }
   ask(canvas->calls->write_bits, canvas, static_cast<const uint8_t *>(set->image_bits),
       set->image_size);
-  if (set->double_buffered) return;
+  if (set->double_buffered) return file_done;
   ask(canvas->calls->end_access, canvas, true);
   set->access_open = ask(canvas->calls->begin_access, canvas, &set->bitmap_info);
+  return file_done;
 }
 
 FileStatus load_rows(const BitmapLoad &load) {
   const WindowSet *set = load.context->window.window_set;
   const BitmapInfo &info = set->bitmap_info;
   const RasterFileHeader &header = load.header;
-  if (info.bits == 16 && header.bits_stored == 16) {
-    load_16_bits(load);
-    return file_done;
-  }
+  if (info.bits == 16 && header.bits_stored == 16) return load_16_bits(load);
   const bool own = header.bits_stored == info.bits && header.pixel_type == pixel_type(set) &&
                    info.row_bytes >= header.bytes_per_row;
   if (!own) return is_common_depth(header.bits_stored) ? load_converted_rows(load) : file_bad_depth;

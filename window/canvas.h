@@ -76,7 +76,8 @@ struct CanvasCalls {
   void (*intersect_clip)(Canvas *canvas, const CanvasRect &rect);
   void (*restore_clip)(Canvas *canvas, int32_t saved);
   // The first `count` entries of the display's palette; null without palettes.
-  void (*set_palette)(Canvas *canvas, const PaletteEntry *entries, int32_t count);
+  // False where a palette cannot be had.
+  bool (*set_palette)(Canvas *canvas, const PaletteEntry *entries, int32_t count);
 
   // ---- Drawing, lines with the pen, areas with a solid colour and the pen around them
   // The last point may be left out: who wants it sets its pixel too.

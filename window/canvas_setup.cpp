@@ -59,13 +59,17 @@ void show_device_error(const char *text, int32_t error) {
   show_device_message(message);
 }
 
+// Without a palette colours stay as they are.
 void select_drawing_tools(OutputContext *context, Canvas *canvas) {
-  const WindowSet *set = context->window.window_set;
+  WindowSet *set = context->window.window_set;
   const CanvasCalls *calls = canvas->calls;
   if (set->font_selected) ask(calls->select_font, canvas, set->font);
   ask(calls->set_pen, canvas, set->pen);
   ask(calls->set_text_colour, canvas, set->colorref);
-  if (uses_palette(set)) ask(calls->set_palette, canvas, set->palette_entries, set->palette_size);
+  if (!uses_palette(set)) return;
+  if (ask(calls->set_palette, canvas, set->palette_entries, set->palette_size)) return;
+  show_device_message("Not enough memory to create color table");
+  set->palette_mode = palette_none;
 }
 
 void set_up_canvas(OutputContext *context) {

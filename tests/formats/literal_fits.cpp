@@ -206,6 +206,10 @@ int32_t LiteralFits::data(int32_t size, std::vector<uint8_t> *bytes) const {
   const int64_t needed = unit.data_bytes();
   if (needed < 0) return -1;
   if (size == 0 || size < needed) return size == 0 ? static_cast<int32_t>(needed) : -1;
+  if (needed == 0) {  // nothing to read is never too little, even behind the file's end
+    bytes->clear();
+    return 0;
+  }
   if (data_offset_ + needed > static_cast<int64_t>(file_.size())) return -2;
   bytes->assign(file_.begin() + data_offset_, file_.begin() + data_offset_ + needed);
   return static_cast<int32_t>(needed);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Opening, selecting, hiding and closing windows, call by call.
 
+#include <algorithm>
+
 #include "quorix/quorix.h"
 #include "tests/support/failing_memory.h"
 #include "tests/window/recording_system.h"
@@ -91,6 +93,25 @@ TEST_F(LifeCycle, ABitmapThatCannotBeMadePostsAQuit) {
   const Calls calls = taken();
   EXPECT_EQ(calls[3], "message('Cannot create Bitmap', 'quoini')");
   EXPECT_EQ(calls[4], "quit()");
+}
+
+TEST_F(LifeCycle, WithoutMemoryForThePaletteColoursStayAsTheyAre) {
+  for (const int32_t bits : {4, 8}) {
+    recording.screen.bits = bits;
+    recording.palettes_fail = true;
+    open_recorded({});
+    const Calls calls = taken();
+    EXPECT_NE(std::find(calls.begin(), calls.end(),
+                        "message('Not enough memory to create color table', 'quoini')"),
+              calls.end());
+    EXPECT_EQ(current_window_set()->palette_mode, 0);
+    forget();
+    qqwclr(5);
+    qqwclr(0x10000FF);
+    EXPECT_EQ(taken(), Calls{}) << "no other pen";
+    qqwfree();
+    forget();
+  }
 }
 
 TEST_F(LifeCycle, EachStepOfOpenGlThatFailsHasItsWordsAndLeavesABitmap) {

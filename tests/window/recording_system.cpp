@@ -91,8 +91,11 @@ const CanvasCalls canvas_calls = {
         },
     .intersect_clip = [](Canvas *, const CanvasRect &r) { note_text("intersect " + rect_text(r)); },
     .restore_clip = [](Canvas *, int32_t saved) { note("restore clip", saved); },
-    .set_palette = [](Canvas *, const PaletteEntry *e,
-                      int32_t n) { note("palette", n, static_cast<int32_t>(e[n - 1].r)); },
+    .set_palette =
+        [](Canvas *, const PaletteEntry *e, int32_t n) {
+          note("palette", n, static_cast<int32_t>(e[n - 1].r));
+          return !recording.palettes_fail;
+        },
     .polyline =
         [](Canvas *, const int32_t *xs, const int32_t *ys, int32_t n) {
           std::string text = "polyline";

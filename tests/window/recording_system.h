@@ -21,7 +21,7 @@ struct Recording {
   ScreenInfo screen = {1800, 1200, 32};
   FrameMetrics frame = {4, 4, 22};
   bool windows_fail = false, canvases_fail = false, bitmaps_fail = false, fonts_fail = false;
-  bool icons_fail = false;
+  bool icons_fail = false, palettes_fail = false;
   int32_t error = 1407;
   bool has_gl = true;
   GlStep gl_step = GlStep::done;

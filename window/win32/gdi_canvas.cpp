@@ -126,12 +126,12 @@ HPALETTE create_palette() {
   return CreatePalette(reinterpret_cast<const LOGPALETTE *>(&black));
 }
 
-void set_palette(Canvas *canvas, const PaletteEntry *entries, int32_t count) {
+bool set_palette(Canvas *canvas, const PaletteEntry *entries, int32_t count) {
   static_assert(sizeof(PaletteEntry) == sizeof(PALETTEENTRY));
   GdiCanvas *c = of(canvas);
   if (c->palette == nullptr) {
     c->palette = create_palette();
-    if (c->palette == nullptr) return;
+    if (c->palette == nullptr) return false;
     c->old_palette = SelectPalette(c->dc, c->palette, FALSE);
   }
   SetSystemPaletteUse(c->dc, SYSPAL_NOSTATIC);
@@ -139,6 +139,7 @@ void set_palette(Canvas *canvas, const PaletteEntry *entries, int32_t count) {
   SetPaletteEntries(c->palette, 0, static_cast<UINT>(count),
                     reinterpret_cast<const PALETTEENTRY *>(entries));
   RealizePalette(c->dc);
+  return true;
 }
 
 // ---- Drawing
