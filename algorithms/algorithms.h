@@ -14,8 +14,6 @@ namespace quorix {
 // Permutes `index` so that keys[index[i]] ascends, equal keys by descending index. In linear time
 // where there is memory for it, else in place.
 void sort_indices(const double *keys, int32_t *index, int32_t n);
-// The same in place. It alone defines the order where keys are NaN.
-void sort_indices_in_place(const double *keys, int32_t *index, int32_t n);
 
 // ---- sweep_order.cpp
 // Points nearer than this in both coordinates are one; circles are tested with it as margin.

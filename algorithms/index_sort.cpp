@@ -181,17 +181,18 @@ bool sort_by_distribution(const double *keys, int32_t *index, int32_t n) {
   return true;
 }
 
-}  // namespace
-
-void sort_indices_in_place(const double *keys, int32_t *index, int32_t n) {
+// It alone defines the order where keys are NaN.
+void sort_in_place(const double *keys, int32_t *index, int32_t n) {
   if (n < 2) return;
   sort_roughly(keys, index, n);
   insert_all(keys, index, n);
 }
 
+}  // namespace
+
 void sort_indices(const double *keys, int32_t *index, int32_t n) {
   if (n >= least_to_distribute && sort_by_distribution(keys, index, n)) return;
-  sort_indices_in_place(keys, index, n);
+  sort_in_place(keys, index, n);
 }
 
 }  // namespace quorix

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Numbers at the start of a text; what follows them does not matter. Nothing is allocated.
 #include "base/leading_numbers.h"
 
 #include <cmath>

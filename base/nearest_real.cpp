@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// Decimal digits to the nearest double, ties to even, by whole numbers of many words: exact, and
+// without the C++ runtime. Most texts have few digits and a small exponent and need two steps only.
 #include "base/nearest_real.h"
 
 #include <cmath>

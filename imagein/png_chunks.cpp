@@ -112,9 +112,7 @@ bool next_chunk(const WholeFile &file, size_t *position, Chunk *chunk) {
   return name != PngChunk::end;
 }
 
-}  // namespace
-
-size_t png_samples(PngColour colour) {
+size_t samples_of(PngColour colour) {
   switch (colour) {
     case PngColour::rgb:
       return 3;
@@ -127,14 +125,16 @@ size_t png_samples(PngColour colour) {
   }
 }
 
+}  // namespace
+
 // 2^31 pixels of 64 bits need 38 bits.
 size_t png_row_bytes(const PngHeader &header, size_t pixels) {
   static_assert(sizeof(size_t) >= 8);
-  return (pixels * png_samples(header.colour) * header.depth + 7) / 8;
+  return (pixels * samples_of(header.colour) * header.depth + 7) / 8;
 }
 
 size_t png_pixel_bytes(const PngHeader &header) {
-  return std::max<size_t>(1, png_samples(header.colour) * header.depth / 8);
+  return std::max<size_t>(1, samples_of(header.colour) * header.depth / 8);
 }
 
 bool read_png_chunks(WholeFile *file, PngHeader *header) {

@@ -37,8 +37,6 @@ inline bool has_alpha(const PngHeader &header) {
   return has_alpha_samples(header) || header.has_transparency;
 }
 
-size_t png_samples(PngColour colour);
-
 // Bytes of `pixels` pixels in a row, and of one pixel, at least 1.
 size_t png_row_bytes(const PngHeader &header, size_t pixels);
 size_t png_pixel_bytes(const PngHeader &header);

@@ -86,6 +86,11 @@ void put_memory(PdfOutput *output, const void *data, size_t count) {
   output->memory_written += static_cast<int64_t>(count);
 }
 
+void release_memory_output(PdfOutput *output) {
+  output->memory.reset();
+  output->memory_capacity = 0;
+}
+
 }  // namespace
 
 PdfStatus open_output(PdfOutput *output, const char *file, bool to_memory) {
@@ -132,11 +137,6 @@ int32_t take_memory_output(PdfOutput *output, uint8_t *buffer, int32_t size) {
   std::memcpy(buffer, output->memory.get(), static_cast<size_t>(count));
   release_memory_output(output);
   return static_cast<int32_t>(count);
-}
-
-void release_memory_output(PdfOutput *output) {
-  output->memory.reset();
-  output->memory_capacity = 0;
 }
 
 }  // namespace quorix

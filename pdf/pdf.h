@@ -52,7 +52,6 @@ void put_output(PdfOutput *output, const void *data, size_t count);
 
 // The operation qqpdf6.
 int32_t take_memory_output(PdfOutput *output, uint8_t *buffer, int32_t size);
-void release_memory_output(PdfOutput *output);
 
 // ---- objects.cpp: the table of objects
 

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// What the library says its version is.
 #include "quorix/version.h"
 
 extern "C" int32_t quorix_version(void) {

@@ -64,7 +64,7 @@ struct RasterLoad {
   RasterFileHeader header;
   size_t row_bytes;  // in the file: what the header says, but no more than the file has
   int32_t rows, cols;
-  bool older;  // indices to be converted
+  bool half;  // indices of 128 levels, to be converted
 };
 
 // The file fits the raster byte for byte.
@@ -72,8 +72,8 @@ void load_whole(const RasterLoad &load) {
   const RasterPage &page = load.context->buffers.raster.page;
   const size_t bytes = static_cast<size_t>(page.width) * static_cast<size_t>(page.height);
   const size_t count = read_file(load.file, load.context->buffers.raster.pixels, bytes);
-  if (load.older)
-    convert_older_indices(load.context->buffers.raster.pixels, count, load.header.index_offset);
+  if (load.half)
+    convert_half_indices(load.context->buffers.raster.pixels, count, load.header.index_offset);
 }
 
 // The next row of the file, filled up with zeros; false at the end of the file.
@@ -81,7 +81,7 @@ bool read_row(const RasterLoad &load, uint8_t *row, size_t room) {
   const size_t count = read_file(load.file, row, load.row_bytes);
   if (count == 0) return false;
   std::memset(row + count, 0, room - count);
-  if (load.older) convert_older_indices(row, count, load.header.index_offset);
+  if (load.half) convert_half_indices(row, count, load.header.index_offset);
   return true;
 }
 
@@ -146,7 +146,7 @@ Status load_raster(OutputContext *context, const char *file_name) {
   if (!is_common_depth(load.header.bits_stored)) return bad_file;
   const RasterPage &page = context->buffers.raster.page;
   const RasterFileHeader &header = load.header;
-  load.older = header.bits_stored == index_bits && header.pixel_type == pixels_older_index;
+  load.half = header.bits_stored == index_bits && header.pixel_type == pixels_half_index;
   load.rows = std::min(header.height, page.height);
   load.cols = std::min(header.width, page.width);
   load.row_bytes = std::min(static_cast<size_t>(header.bytes_per_row), bytes_left(load.file));
@@ -159,7 +159,7 @@ Status load_raster(OutputContext *context, const char *file_name) {
 
 }  // namespace
 
-void convert_older_indices(uint8_t *indices, size_t count, int32_t offset) {
+void convert_half_indices(uint8_t *indices, size_t count, int32_t offset) {
   for (size_t i = 0; i < count; ++i) {
     const int64_t v = static_cast<int64_t>(indices[i]) - offset;
     indices[i] = v == 0 ? 0 : static_cast<uint8_t>((2 * v - 1) & 255);

@@ -28,8 +28,8 @@ struct RasterFileHeader {
   int32_t bits_stored;  // of a pixel
   int32_t fixed;        // always 32
   int32_t reserved;
-  int32_t pixel_type;    // 0 older indexed, 1 indexed, 4 and 7 B G R X, 5 and 6 R G B (X)
-  int32_t index_offset;  // of the indices of an older file
+  int32_t pixel_type;    // 0 indexed in 128 levels, 1 indexed, 4 and 7 B G R X, 5 and 6 R G B (X)
+  int32_t index_offset;  // where indices of 128 levels begin
 };
 
 void write_raster_header(std::FILE *file, const RasterFileHeader &header, RasterFileKind kind);
@@ -44,14 +44,14 @@ inline bool is_common_depth(int32_t bits) {
 
 // ---- raster_file.cpp: what loading needs
 enum RasterFilePixels : int32_t {
-  pixels_older_index = 0,
+  pixels_half_index = 0,
   pixels_index = 1,
   pixels_bgrx = 4,
   pixels_rgb = 5
 };
 
-// Indices of older files have 128 levels: 0, 1, 2 become 0, 1, 3.
-void convert_older_indices(uint8_t *indices, size_t count, int32_t offset);
+// Indices of 128 levels count every second colour: 0, 1, 2 become 0, 1, 3.
+void convert_half_indices(uint8_t *indices, size_t count, int32_t offset);
 // Triples from pixels of four bytes. Types without a known order leave the triples alone.
 void convert_quads(const uint8_t *quads, uint8_t *triples, int32_t count, int32_t pixel_type);
 // Bytes from the read position to the end of the file.

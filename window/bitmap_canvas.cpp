@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// The canvas over a bitmap of our own; bitmap_canvas.h says what its pixels are. An operation sets
+// pen and colour of the private record and calls the raster.
 #include "window/bitmap_canvas.h"
 
 #include <algorithm>

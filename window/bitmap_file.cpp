@@ -92,8 +92,8 @@ void load_own_rows(const BitmapLoad &load) {
 bool read_row(const BitmapLoad &load, uint8_t *row, size_t room) {
   const size_t count = read_file(load.file, row, load.row_bytes);
   std::memset(row + count, 0, room - count);
-  const bool older = load.header.bits_stored == 8 && load.header.pixel_type == pixels_older_index;
-  if (older) convert_older_indices(row, count, load.header.index_offset);
+  const bool half = load.header.bits_stored == 8 && load.header.pixel_type == pixels_half_index;
+  if (half) convert_half_indices(row, count, load.header.index_offset);
   return count > 0;
 }
 

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// Raster files of a window that draws through OpenGL: rows are read back and drawn one by one.
 #include "window/opengl_file.h"
 
 #include <algorithm>
@@ -31,8 +33,8 @@ void draw_row(const GlLoad &load, int32_t y, uint32_t format, const uint8_t *pix
 // Indices become triples of the palette.
 void triples_of_indices(const GlLoad &load, uint8_t *indices, uint8_t *triples) {
   const auto count = static_cast<size_t>(load.columns);
-  if (load.header.pixel_type == pixels_older_index)
-    convert_older_indices(indices, count, load.header.index_offset);
+  if (load.header.pixel_type == pixels_half_index)
+    convert_half_indices(indices, count, load.header.index_offset);
   const Colours &c = load.context->colours;
   for (size_t i = 0; i < count; ++i) {
     triples[i * 3] = c.palette_r[indices[i]];

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// Size and place of a window from the page, the screen and the frame: arithmetic alone. Where there
+// are tables, the first case that holds decides.
 #include "window/placement.h"
 
 #include <algorithm>

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// What options do to windows, canvases and OpenGL; which option does what stands in
+// device_options.cpp.
 #include "window/window_options.h"
 
 #include <cstring>

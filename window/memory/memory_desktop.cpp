@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+//
+// The desktop in memory as a WindowSystem, and what tests set and ask of it.
 #include "window/memory/memory_desktop.h"
 
 #include <algorithm>

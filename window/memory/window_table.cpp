@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+//
+// The table from numbers to windows of the desktop in memory. A window lives from add to remove and
+// owns its title and what it shows.
 #include "window/memory/window_table.h"
 
 #include "base/memory.h"
